@@ -1,0 +1,102 @@
+#include "jni_cache.h"
+
+#include "cjvm.h"
+#include "jni_scoped.h"
+
+namespace orvane::jni {
+
+namespace {
+
+// Traces and clears a pending exception left by `what`; true when there was one.
+bool failed(JNIEnv* env, const trace_site& site, const char* what) {
+    if (!env->ExceptionCheck()) return false;
+    trace_at(site, "Detected exception : %s", what);
+    env->ExceptionClear();
+    return true;
+}
+
+// The Set<Type>Field call of each field type.
+void set_value(JNIEnv* env, jobject o, jfieldID f, jobject v) { env->SetObjectField(o, f, v); }
+void set_value(JNIEnv* env, jobject o, jfieldID f, jboolean v) { env->SetBooleanField(o, f, v); }
+void set_value(JNIEnv* env, jobject o, jfieldID f, jbyte v) { env->SetByteField(o, f, v); }
+void set_value(JNIEnv* env, jobject o, jfieldID f, jchar v) { env->SetCharField(o, f, v); }
+void set_value(JNIEnv* env, jobject o, jfieldID f, jshort v) { env->SetShortField(o, f, v); }
+void set_value(JNIEnv* env, jobject o, jfieldID f, jint v) { env->SetIntField(o, f, v); }
+void set_value(JNIEnv* env, jobject o, jfieldID f, jlong v) { env->SetLongField(o, f, v); }
+void set_value(JNIEnv* env, jobject o, jfieldID f, jfloat v) { env->SetFloatField(o, f, v); }
+void set_value(JNIEnv* env, jobject o, jfieldID f, jdouble v) { env->SetDoubleField(o, f, v); }
+
+template <class T>
+bool set_scalar(const trace_site& site, field_id& field, jobject object, T value) {
+    if (!field.ensure(site)) return false;
+    JNIEnv* env = CJvm::GetJNIEnv();
+    if (env == nullptr) return false;
+    set_value(env, object, field.get(), value);
+    return true;
+}
+
+}  // namespace
+
+bool class_id::ensure(const trace_site& site) {
+    if (get() != nullptr) return true;
+    JNIEnv* env = CJvm::GetJNIEnv();
+    if (env == nullptr) return false;
+    local_ref<jclass> found(env, env->FindClass(path_));
+    if (failed(env, site, "FindClass") || !found) return false;
+    cls_.store(static_cast<jclass>(env->NewGlobalRef(found.get())), std::memory_order_release);
+    return true;
+}
+
+bool method_id::ensure(const trace_site& site) {
+    if (get() != nullptr) return true;
+    if (!owner_.ensure(site)) return false;
+    JNIEnv* env = CJvm::GetJNIEnv();
+    if (env == nullptr) return false;
+    jmethodID id = env->GetMethodID(owner_.get(), name_, signature_);
+    if (failed(env, site, "GetMethodID") || id == nullptr) return false;
+    id_.store(id, std::memory_order_release);
+    return true;
+}
+
+bool field_id::ensure(const trace_site& site) {
+    if (!owner_.ensure(site)) return false;
+    if (get() != nullptr) return true;
+    JNIEnv* env = CJvm::GetJNIEnv();
+    if (env == nullptr) return false;
+    jfieldID id = env->GetFieldID(owner_.get(), name_, signature_);
+    if (failed(env, site, "GetFieldID") || id == nullptr) return false;
+    id_.store(id, std::memory_order_release);
+    return true;
+}
+
+bool set_field(const trace_site& site, field_id& field, jobject object, const char* text) {
+    if (!field.ensure(site)) return false;
+    JNIEnv* env = CJvm::GetJNIEnv();
+    if (env == nullptr) return false;
+    local_ref<jstring> value(env, env->NewStringUTF(text));
+    if (failed(env, site, "NewStringUTF")) return false;
+    env->SetObjectField(object, field.get(), value.get());
+    return true;
+}
+
+bool set_field(const trace_site& s, field_id& f, jobject o, jobject v) { return set_scalar(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jboolean v) { return set_scalar(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jbyte v) { return set_scalar(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jchar v) { return set_scalar(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jshort v) { return set_scalar(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jint v) { return set_scalar(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jlong v) { return set_scalar(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jfloat v) { return set_scalar(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jdouble v) { return set_scalar(s, f, o, v); }
+
+jobject create_object(const trace_site& site, method_id& ctor) {
+    if (!ctor.ensure(site)) return nullptr;
+    JNIEnv* env = CJvm::GetJNIEnv();
+    if (env == nullptr) return nullptr;
+    jobject object = env->NewObject(ctor.owner().get(), ctor.get());
+    // A constructor that throws leaves no object behind.
+    if (failed(env, site, "NewObject")) return nullptr;
+    return object;
+}
+
+}  // namespace orvane::jni

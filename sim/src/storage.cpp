@@ -1,0 +1,967 @@
+// The platform's storage library: the storage areas of the device's media, kept as folders on the host.
+//
+// Every area is a real folder, <root>/area<id>, below a private root that is made with mkdtemp under $TMPDIR
+// (or /tmp) the first time storage is used, and removed again when the process ends. Files and directories
+// in an area are ordinary host files, so tests can look at what the bridge wrote, and the bridge sees what
+// tests put there.
+//
+// The "storage" section of the scenario says what the medium holds:
+//
+//   "storage": {
+//     "areas":  [ {"id": 45, "mounted": true, "read_only": false}, ... ],
+//     "files":  [ {"area": 45, "path": "docs/readme.txt", "text": "hello", "attributes": 1, "mtime": 1700000000},
+//                 {"area": 45, "path": "empty", "dir": true} ],
+//     "statfs": {"block_size": 4096, "blocks": 262144, "free": 131072, "available": 120000},
+//     "disks":  [0, 1, 2]
+//   }
+//
+// Each key may be left out and then has the device's usual value: the areas 45, 43, 100, 22, 17 and 16, all
+// mounted and writable; no files; the statfs numbers above; the disks 0, 1 and 2. A load wipes the areas and
+// lays them out again from the scenario, and drops every open handle, so a reset gives a clean medium.
+//
+// Behaviour worth knowing when reading the bridge against it:
+//   - Paths are relative to the area root; "" is the root itself. Absolute paths, and paths that climb out of
+//     the area with "..", are refused with XDC_STRG_R_PARAM.
+//   - File and directory handles share one numbering, start at 1 after each load and are never 0, so a file
+//     handle given to a directory call (or the other way round) is unknown: XDC_STRG_R_NOT_FOUND.
+//   - Attributes are the device's own, kept per path beside the host file (only ARCHIVE, HIDDEN and READONLY
+//     are kept). READONLY refuses opening for write, remove and rename with XDC_STRG_R_ACCESS, and clears the
+//     write bits of the mode that xdc_strg_stat reports.
+//   - Every call logs all its parameters in order: numbers in decimal, paths as text, and buffers, out-
+//     parameters and records as pointers ("0x..." or "(null)").
+//   - Out-parameters are written whatever the result (0 or "" when the call failed), and forced out-values
+//     are written over them after the work. The out names are listed at each function. A forced result, or
+//     a null pointer refused with XDC_STRG_R_PARAM, leaves the outs untouched.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "jbrg_sim/control.h"
+#include "sim.h"
+#include "sim_internal.h"
+#include "xdc_strg.h"
+
+namespace {
+
+// A position the device cannot express: its positions are signed 32-bit values. (A function of its own, so
+// that the comparison stays meaningful where off_t is itself 32 bits wide.)
+bool beyond_device_position(long long position) { return position > INT32_MAX; }
+
+namespace fs = std::filesystem;
+using json = nlohmann::json;
+
+// The attribute bits the device keeps; any other bit given to set_attribute is dropped.
+constexpr unsigned kAttributeMask = XDC_STRG_ATTR_ARCHIVE | XDC_STRG_ATTR_HIDDEN | XDC_STRG_ATTR_READONLY;
+
+constexpr dev_ulong kTypeFile = 0x8000;
+constexpr dev_ulong kTypeDirectory = 0x4000;
+
+struct area_state {
+    bool mounted = true;
+    bool read_only = false;
+};
+
+// One entry of the scenario's "files" list.
+struct file_entry {
+    int area = 0;
+    std::string path;  // normalised, relative to the area root
+    bool dir = false;
+    std::string text;
+    unsigned attributes = 0;
+    std::optional<long long> mtime;
+};
+
+// What a scenario's "storage" section describes, checked before anything on the host is touched.
+struct layout {
+    std::map<int, area_state> areas;
+    std::vector<file_entry> files;
+    XDC_STRG_STATFS statfs{4096, 262144, 131072, 120000};
+    std::set<int> disks;
+};
+
+struct open_file {
+    int fd = -1;
+    int mode = 0;
+};
+
+// A directory listing taken when the directory is opened, already sorted.
+struct open_dir {
+    std::vector<std::string> names;
+    std::size_t next = 0;
+};
+
+// ---- Paths --------------------------------------------------------------------------------------------
+
+// The path inside the area with "." and empty parts dropped and ".." applied; nothing when the path is
+// absolute or climbs above the area root. The root itself is "".
+std::optional<std::string> normalise(const char* path) {
+    if (path == nullptr || path[0] == '/') return std::nullopt;
+    std::vector<std::string> parts;
+    const char* p = path;
+    while (*p != '\0') {
+        const char* end = std::strchr(p, '/');
+        if (end == nullptr) end = p + std::strlen(p);
+        std::string part(p, end);
+        if (part == "..") {
+            if (parts.empty()) return std::nullopt;
+            parts.pop_back();
+        } else if (!part.empty() && part != ".") {
+            parts.push_back(std::move(part));
+        }
+        p = *end == '\0' ? end : end + 1;
+    }
+    std::string joined;
+    for (const std::string& part : parts) {
+        if (!joined.empty()) joined += '/';
+        joined += part;
+    }
+    return joined;
+}
+
+// True when `path` is `dir` itself or lies below it.
+bool within(const std::string& path, const std::string& dir) {
+    if (dir.empty()) return true;
+    return path == dir ||
+           (path.size() > dir.size() && path.compare(0, dir.size(), dir) == 0 && path[dir.size()] == '/');
+}
+
+// The storage library's answer to a failed host call.
+int from_errno(int error) {
+    switch (error) {
+        case ENOENT:
+        case ENOTDIR:
+            return XDC_STRG_R_NOT_FOUND;
+        case EEXIST:
+            return XDC_STRG_R_EXISTS;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return XDC_STRG_R_NO_SPACE;
+        case EINVAL:
+        case ENAMETOOLONG:
+            return XDC_STRG_R_PARAM;
+        default:
+            return XDC_STRG_R_ACCESS;
+    }
+}
+
+// Copies `text` into a caller's buffer of `capacity` bytes, always terminated. Text that does not fit is cut
+// and refused, so that a caller never goes on with a shortened name taken for the real one.
+int copy_out(const std::string& text, char* buffer, dev_ulong capacity) {
+    if (capacity == 0) return XDC_STRG_R_PARAM;
+    std::size_t room = capacity - 1;
+    std::size_t length = std::min(text.size(), room);
+    std::memcpy(buffer, text.data(), length);
+    buffer[length] = '\0';
+    return text.size() > room ? XDC_STRG_R_PARAM : XDC_STRG_R_OK;
+}
+
+// ---- The scenario's "storage" section -----------------------------------------------------------------
+
+[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario storage: " + what); }
+
+void only_keys(const json& object, std::initializer_list<const char*> keys, const std::string& where) {
+    if (!object.is_object()) bad(where + " must be an object");
+    for (const auto& item : object.items()) {
+        if (std::none_of(keys.begin(), keys.end(), [&](const char* k) { return item.key() == k; })) {
+            bad("unknown key \"" + item.key() + "\" in " + where);
+        }
+    }
+}
+
+long long integer(const json& object, const char* key, long long fallback, long long low, long long high,
+                  const std::string& where) {
+    if (!object.contains(key)) return fallback;
+    const json& v = object.at(key);
+    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
+    long long n = v.get<long long>();
+    if (n < low || n > high) bad(where + "." + key + " is out of range");
+    return n;
+}
+
+bool flag(const json& object, const char* key, bool fallback, const std::string& where) {
+    if (!object.contains(key)) return fallback;
+    if (!object.at(key).is_boolean()) bad(where + "." + key + " must be true or false");
+    return object.at(key).get<bool>();
+}
+
+layout parse(const json& scenario) {
+    layout l;
+    const json none = json::object();
+    const json& s = scenario.contains("storage") ? scenario.at("storage") : none;
+    only_keys(s, {"areas", "files", "statfs", "disks"}, "storage");
+
+    if (!s.contains("areas")) {
+        for (int id : {45, 43, 100, 22, 17, 16}) l.areas[id] = area_state{};
+    } else {
+        if (!s.at("areas").is_array()) bad("areas must be a list");
+        for (const json& a : s.at("areas")) {
+            only_keys(a, {"id", "mounted", "read_only"}, "an area");
+            if (!a.contains("id")) bad("an area has no id");
+            int id = static_cast<int>(integer(a, "id", 0, INT_MIN, INT_MAX, "area"));
+            std::string where = "area " + std::to_string(id);
+            if (l.areas.count(id) != 0) bad(where + " is defined twice");
+            l.areas[id] = area_state{flag(a, "mounted", true, where), flag(a, "read_only", false, where)};
+        }
+    }
+
+    if (s.contains("files")) {
+        if (!s.at("files").is_array()) bad("files must be a list");
+        for (const json& f : s.at("files")) {
+            only_keys(f, {"area", "path", "text", "dir", "attributes", "mtime"}, "a file");
+            file_entry e;
+            if (!f.contains("area") || !f.contains("path") || !f.at("path").is_string()) {
+                bad("a file needs an area and a path");
+            }
+            std::string given = f.at("path").get<std::string>();
+            std::string where = "file \"" + given + "\"";
+            e.area = static_cast<int>(integer(f, "area", 0, INT_MIN, INT_MAX, where));
+            if (l.areas.count(e.area) == 0) {
+                bad(where + " is in area " + std::to_string(e.area) + ", which is not defined");
+            }
+            std::optional<std::string> path = normalise(given.c_str());
+            if (!path || path->empty()) bad(where + " is not a path inside its area");
+            e.path = *path;
+            e.dir = flag(f, "dir", false, where);
+            if (f.contains("text")) {
+                if (e.dir) bad(where + " is a directory and cannot have text");
+                if (!f.at("text").is_string()) bad(where + ".text must be a string");
+                e.text = f.at("text").get<std::string>();
+            }
+            e.attributes = static_cast<unsigned>(integer(f, "attributes", 0, 0, 255, where)) & kAttributeMask;
+            if (f.contains("mtime")) e.mtime = integer(f, "mtime", 0, 0, UINT32_MAX, where);
+            l.files.push_back(std::move(e));
+        }
+    }
+
+    if (s.contains("statfs")) {
+        const json& st = s.at("statfs");
+        only_keys(st, {"block_size", "blocks", "free", "available"}, "statfs");
+        auto number = [&](const char* key, dev_ulong fallback) {
+            return static_cast<dev_ulong>(integer(st, key, fallback, 0, UINT32_MAX, "statfs"));
+        };
+        l.statfs = XDC_STRG_STATFS{number("block_size", l.statfs.block_size), number("blocks", l.statfs.blocks),
+                                   number("free", l.statfs.free), number("available", l.statfs.available)};
+    }
+
+    if (!s.contains("disks")) {
+        l.disks = {0, 1, 2};
+    } else {
+        if (!s.at("disks").is_array()) bad("disks must be a list");
+        for (const json& d : s.at("disks")) {
+            if (!d.is_number_integer()) bad("disk ids must be integers");
+            long long id = d.get<long long>();
+            if (id < INT_MIN || id > INT_MAX) bad("a disk id is out of range");
+            l.disks.insert(static_cast<int>(id));
+        }
+    }
+    return l;
+}
+
+// ---- The device's storage -----------------------------------------------------------------------------
+
+std::string& root_owned_for_removal() {
+    static auto* path = new std::string;
+    return *path;
+}
+pid_t& root_owner() {
+    static auto* pid = new pid_t(0);
+    return *pid;
+}
+
+// The medium goes away with the process that made it; a forked child leaves its parent's medium alone.
+void remove_root_at_exit() {
+    if (root_owner() != getpid() || root_owned_for_removal().empty()) return;
+    std::error_code ignored;
+    fs::remove_all(root_owned_for_removal(), ignored);
+}
+
+class storage_service final : public jbrg_sim::service {
+public:
+    storage_service() : layout_(parse(json::object())) {}
+
+    // Under the device lock (as every member below).
+    void load(const json& scenario) override {
+        layout next = parse(scenario);
+        drop_handles();
+        layout_ = std::move(next);
+        removed_disks.clear();
+        attributes_.clear();
+        for (const file_entry& f : layout_.files) {
+            if (f.attributes != 0) attributes_[{f.area, f.path}] = f.attributes;
+        }
+        // Without a root yet there is nothing to wipe; the areas are laid out when storage is first used.
+        laid_out_ = false;
+        if (!root_.empty()) lay_out();
+    }
+
+    // The root, made and laid out on first use; throws when the host refuses.
+    const std::string& ready() {
+        if (root_.empty()) make_root();
+        if (!laid_out_) lay_out();
+        return root_;
+    }
+
+    // XDC_STRG_R_OK with the medium ready, or XDC_STRG_R_ACCESS when the host gives no room for it.
+    int ready_or_fail() {
+        try {
+            ready();
+            return XDC_STRG_R_OK;
+        } catch (const std::exception&) {
+            return XDC_STRG_R_ACCESS;
+        }
+    }
+
+    const area_state* area(int id) const {
+        auto a = layout_.areas.find(id);
+        return a == layout_.areas.end() ? nullptr : &a->second;
+    }
+
+    std::string area_folder(int id) const { return root_ + "/area" + std::to_string(id); }
+
+    // A checked place in an area: its path inside the area and its host path.
+    struct place {
+        int area = 0;
+        std::string path;
+        std::string host;
+    };
+
+    // Checks area, path and mount in that order; `writing` also refuses a read-only area.
+    int resolve(int area_id, const char* path, bool writing, place& out) {
+        const area_state* a = area(area_id);
+        if (a == nullptr) return XDC_STRG_R_PARAM;
+        std::optional<std::string> p = normalise(path);
+        if (!p) return XDC_STRG_R_PARAM;
+        if (!a->mounted) return XDC_STRG_R_ACCESS;
+        if (writing && a->read_only) return XDC_STRG_R_ACCESS;
+        if (int r = ready_or_fail(); r != XDC_STRG_R_OK) return r;
+        out.area = area_id;
+        out.path = *p;
+        out.host = area_folder(area_id) + (p->empty() ? "" : "/" + *p);
+        return XDC_STRG_R_OK;
+    }
+
+    unsigned attributes(const place& at) const {
+        auto a = attributes_.find({at.area, at.path});
+        return a == attributes_.end() ? 0 : a->second;
+    }
+    bool read_only(const place& at) const { return (attributes(at) & XDC_STRG_ATTR_READONLY) != 0; }
+
+    void set_attributes(const place& at, unsigned value) {
+        if ((value & kAttributeMask) == 0) {
+            attributes_.erase({at.area, at.path});
+        } else {
+            attributes_[{at.area, at.path}] = value & kAttributeMask;
+        }
+    }
+
+    // Attributes of a path and everything below it.
+    void forget_attributes(const place& at) {
+        for (auto a = attributes_.begin(); a != attributes_.end();) {
+            a = a->first.first == at.area && within(a->first.second, at.path) ? attributes_.erase(a) : std::next(a);
+        }
+    }
+
+    // A renamed file or directory keeps its attributes, and so does everything below it.
+    void move_attributes(const place& from, const place& to) {
+        std::vector<std::pair<std::string, unsigned>> moved;
+        for (auto a = attributes_.begin(); a != attributes_.end();) {
+            if (a->first.first == from.area && within(a->first.second, from.path)) {
+                moved.emplace_back(to.path + a->first.second.substr(from.path.size()), a->second);
+                a = attributes_.erase(a);
+            } else {
+                ++a;
+            }
+        }
+        for (auto& [path, value] : moved) attributes_[{to.area, path}] = value;
+    }
+
+    // Handed out from one counter for files and directories alike: the next number that is neither 0 nor
+    // open. The counter starts again at 1 with each load, so call logs are the same from run to run.
+    dev_ulong new_handle() {
+        while (next_handle_ == 0 || files.count(next_handle_) != 0 || dirs.count(next_handle_) != 0) ++next_handle_;
+        return next_handle_++;
+    }
+
+    const XDC_STRG_STATFS& statfs() const { return layout_.statfs; }
+
+    const std::set<int>& disks() const { return layout_.disks; }
+
+    // What the library's calls change directly; emptied by each load.
+    std::map<dev_ulong, open_file> files;
+    std::map<dev_ulong, open_dir> dirs;
+    std::set<int> removed_disks;
+
+private:
+    void make_root() {
+        const char* tmp = std::getenv("TMPDIR");
+        std::string base = tmp != nullptr && *tmp != '\0' ? tmp : "/tmp";
+        std::string pattern = base + "/jbrgsim-storage-XXXXXX";
+        std::vector<char> name(pattern.begin(), pattern.end());
+        name.push_back('\0');
+        if (mkdtemp(name.data()) == nullptr) {
+            throw std::runtime_error("cannot make the storage root below " + base + ": " + std::strerror(errno));
+        }
+        root_ = name.data();
+        root_owned_for_removal() = root_;
+        if (root_owner() == 0) {
+            root_owner() = getpid();
+            std::atexit(remove_root_at_exit);
+        }
+    }
+
+    // Wipes the root and makes the scenario's areas, directories and files in it.
+    void lay_out() {
+        std::error_code error;
+        for (const fs::directory_entry& entry : fs::directory_iterator(root_, error)) {
+            fs::remove_all(entry.path(), error);
+            if (error) break;
+        }
+        if (error) throw std::runtime_error("cannot wipe the storage root " + root_ + ": " + error.message());
+        for (const auto& [id, a] : layout_.areas) {
+            if (::mkdir(area_folder(id).c_str(), 0755) != 0) fail("make area", area_folder(id), std::strerror(errno));
+        }
+        for (const file_entry& f : layout_.files) {
+            fs::path host = fs::path(area_folder(f.area)) / f.path;
+            fs::create_directories(f.dir ? host : host.parent_path(), error);
+            if (error) fail("make folders for", host.string(), error.message());
+            if (!f.dir) {
+                int fd = ::open(host.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+                if (fd < 0) fail("make file", host.string(), std::strerror(errno));
+                bool written = write_all(fd, f.text);
+                ::close(fd);
+                if (!written) fail("write file", host.string(), std::strerror(errno));
+            }
+        }
+        // Times last, as making a file changes the time of the directory it is in.
+        for (const file_entry& f : layout_.files) {
+            if (!f.mtime) continue;
+            std::string host = area_folder(f.area) + "/" + f.path;
+            struct timespec times[2];
+            times[0].tv_sec = times[1].tv_sec = static_cast<time_t>(*f.mtime);
+            times[0].tv_nsec = times[1].tv_nsec = 0;
+            if (::utimensat(AT_FDCWD, host.c_str(), times, 0) != 0) fail("set the time of", host, std::strerror(errno));
+        }
+        laid_out_ = true;
+    }
+
+    static bool write_all(int fd, const std::string& text) {
+        std::size_t done = 0;
+        while (done < text.size()) {
+            ssize_t n = ::write(fd, text.data() + done, text.size() - done);
+            if (n < 0 && errno == EINTR) continue;
+            if (n <= 0) return false;
+            done += static_cast<std::size_t>(n);
+        }
+        return true;
+    }
+
+    [[noreturn]] static void fail(const char* what, const std::string& path, const std::string& why) {
+        throw std::runtime_error(std::string("storage: cannot ") + what + " " + path + ": " + why);
+    }
+
+    void drop_handles() {
+        for (auto& [handle, f] : files) ::close(f.fd);
+        files.clear();
+        dirs.clear();
+        next_handle_ = 1;
+    }
+
+    layout layout_;
+    std::string root_;
+    bool laid_out_ = false;
+    std::map<std::pair<int, std::string>, unsigned> attributes_;
+    dev_ulong next_handle_ = 1;
+};
+
+storage_service& storage() {
+    static storage_service* s = new storage_service;
+    return *s;
+}
+// Registers the service with the device when the library is loaded.
+[[maybe_unused]] const storage_service& registered = storage();
+
+const void* ptr(const void* p) { return p; }
+
+bool writes(int mode) { return mode != XDC_STRG_MODE_READ; }
+bool reads(int mode) {
+    return mode == XDC_STRG_MODE_READ || mode == XDC_STRG_MODE_READ_PLUS || mode == XDC_STRG_MODE_WRITE_PLUS;
+}
+
+int open_flags(int mode) {
+    switch (mode) {
+        case XDC_STRG_MODE_READ: return O_RDONLY;
+        case XDC_STRG_MODE_WRITE: return O_WRONLY | O_CREAT | O_TRUNC;
+        case XDC_STRG_MODE_APPEND: return O_WRONLY | O_CREAT | O_APPEND;
+        case XDC_STRG_MODE_READ_PLUS: return O_RDWR;
+        case XDC_STRG_MODE_WRITE_PLUS: return O_RDWR | O_CREAT | O_TRUNC;
+        default: return -1;
+    }
+}
+
+// The host status of a place; XDC_STRG_R_OK or the library's answer to the failure.
+int host_stat(const storage_service::place& at, struct stat& st) {
+    return ::stat(at.host.c_str(), &st) == 0 ? XDC_STRG_R_OK : from_errno(errno);
+}
+
+int do_fopen(int area_id, const char* path, int mode, dev_ulong& handle) {
+    int flags = open_flags(mode);
+    if (flags < 0) return XDC_STRG_R_PARAM;
+    storage_service& s = storage();
+    storage_service::place at;
+    if (int r = s.resolve(area_id, path, writes(mode), at); r != XDC_STRG_R_OK) return r;
+    struct stat st;
+    bool existed = ::stat(at.host.c_str(), &st) == 0;
+    if (existed && S_ISDIR(st.st_mode)) return XDC_STRG_R_ACCESS;
+    if (existed && writes(mode) && s.read_only(at)) return XDC_STRG_R_ACCESS;
+    int fd = ::open(at.host.c_str(), flags | O_CLOEXEC, 0644);
+    if (fd < 0) return from_errno(errno);
+    // A file made new has no attributes of an earlier file of that name.
+    if (!existed) s.forget_attributes(at);
+    handle = s.new_handle();
+    s.files[handle] = open_file{fd, mode};
+    return XDC_STRG_R_OK;
+}
+
+int do_fread(signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong& done) {
+    storage_service& s = storage();
+    auto f = s.files.find(handle);
+    if (f == s.files.end()) return XDC_STRG_R_NOT_FOUND;
+    if (buffer == nullptr) return XDC_STRG_R_PARAM;
+    if (!reads(f->second.mode)) return XDC_STRG_R_ACCESS;
+    if (size == 0) return XDC_STRG_R_OK;
+    while (done < size) {
+        ssize_t n = ::read(f->second.fd, buffer + done, std::min<std::size_t>(size - done, SSIZE_MAX));
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) return from_errno(errno);
+        if (n == 0) break;
+        done += static_cast<dev_ulong>(n);
+    }
+    // Whatever was read is a good read; only a read that found nothing at all is the end of the file.
+    return done == 0 ? XDC_STRG_R_EOF : XDC_STRG_R_OK;
+}
+
+int do_fwrite(const signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong& done) {
+    storage_service& s = storage();
+    auto f = s.files.find(handle);
+    if (f == s.files.end()) return XDC_STRG_R_NOT_FOUND;
+    if (buffer == nullptr) return XDC_STRG_R_PARAM;
+    if (!writes(f->second.mode)) return XDC_STRG_R_ACCESS;
+    while (done < size) {
+        ssize_t n = ::write(f->second.fd, buffer + done, std::min<std::size_t>(size - done, SSIZE_MAX));
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) return from_errno(errno);
+        if (n == 0) return XDC_STRG_R_NO_SPACE;
+        done += static_cast<dev_ulong>(n);
+    }
+    return XDC_STRG_R_OK;
+}
+
+int do_fseek(dev_ulong handle, dev_long offset, int origin) {
+    storage_service& s = storage();
+    auto f = s.files.find(handle);
+    if (f == s.files.end()) return XDC_STRG_R_NOT_FOUND;
+    int fd = f->second.fd;
+    long long base = 0;
+    switch (origin) {
+        case XDC_STRG_SEEK_SET:
+            break;
+        case XDC_STRG_SEEK_CUR:
+            base = static_cast<long long>(::lseek(fd, 0, SEEK_CUR));
+            break;
+        case XDC_STRG_SEEK_END: {
+            struct stat st;
+            if (::fstat(fd, &st) != 0) return from_errno(errno);
+            base = static_cast<long long>(st.st_size);
+            break;
+        }
+        default:
+            return XDC_STRG_R_PARAM;
+    }
+    if (base < 0) return from_errno(errno);
+    // A position is a signed 32-bit value on the device: before the start, or beyond what ftell can tell, is
+    // refused. Past the end of the file is allowed; a write there fills the gap with zeros.
+    long long target = base + offset;
+    if (target < 0 || target > INT32_MAX) return XDC_STRG_R_PARAM;
+    if (::lseek(fd, static_cast<off_t>(target), SEEK_SET) < 0) return from_errno(errno);
+    return XDC_STRG_R_OK;
+}
+
+int do_opendir(int area_id, const char* path, dev_ulong& handle) {
+    storage_service& s = storage();
+    storage_service::place at;
+    if (int r = s.resolve(area_id, path, false, at); r != XDC_STRG_R_OK) return r;
+    std::error_code error;
+    open_dir listing;
+    for (fs::directory_iterator it(at.host, error), end; !error && it != end; it.increment(error)) {
+        listing.names.push_back(it->path().filename().string());
+    }
+    if (error) return from_errno(error.value());
+    std::sort(listing.names.begin(), listing.names.end());
+    handle = s.new_handle();
+    s.dirs[handle] = std::move(listing);
+    return XDC_STRG_R_OK;
+}
+
+int do_rename(const storage_service::place& from, const storage_service::place& to) {
+    storage_service& s = storage();
+    struct stat st;
+    if (int r = host_stat(from, st); r != XDC_STRG_R_OK) return r;
+    if (from.path.empty() || s.read_only(from)) return XDC_STRG_R_ACCESS;
+    if (::lstat(to.host.c_str(), &st) == 0) return XDC_STRG_R_EXISTS;
+    if (::rename(from.host.c_str(), to.host.c_str()) != 0) return from_errno(errno);
+    s.move_attributes(from, to);
+    return XDC_STRG_R_OK;
+}
+
+}  // namespace
+
+// ---- Control surface ----------------------------------------------------------------------------------
+
+std::string jbrg_sim::storage_root() {
+    jbrg_sim::ensure_loaded();
+    auto lock = jbrg_sim::device_lock();
+    return storage().ready();
+}
+
+std::string jbrg_sim::area_folder(int area_id) {
+    jbrg_sim::ensure_loaded();
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    if (s.area(area_id) == nullptr) return std::string();
+    s.ready();
+    return s.area_folder(area_id);
+}
+
+// ---- The storage library ------------------------------------------------------------------------------
+
+extern "C" int xdc_strg_init(void) {
+    jbrg_sim::op call("xdc_strg_init");
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return storage().ready_or_fail();
+}
+
+// Out "handle": the new file handle.
+extern "C" int xdc_strg_fopen(int area_id, const char* path, int mode, dev_ulong* handle) {
+    jbrg_sim::op call("xdc_strg_fopen", area_id, path, mode, ptr(handle));
+    if (call.forced()) return call.result();
+    if (handle == nullptr) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    *handle = 0;
+    int result = do_fopen(area_id, path, mode, *handle);
+    call.out("handle", handle);
+    return result;
+}
+
+extern "C" int xdc_strg_fclose(dev_ulong handle) {
+    jbrg_sim::op call("xdc_strg_fclose", handle);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    auto f = s.files.find(handle);
+    if (f == s.files.end()) return XDC_STRG_R_NOT_FOUND;
+    int closed = ::close(f->second.fd);
+    s.files.erase(f);
+    return closed == 0 ? XDC_STRG_R_OK : from_errno(errno);
+}
+
+// Out "done": the number of bytes read.
+extern "C" int xdc_strg_fread(signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong* done) {
+    jbrg_sim::op call("xdc_strg_fread", ptr(buffer), size, handle, ptr(done));
+    if (call.forced()) return call.result();
+    if (done == nullptr) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    *done = 0;
+    int result = do_fread(buffer, size, handle, *done);
+    call.out("done", done);
+    return result;
+}
+
+// Out "done": the number of bytes written.
+extern "C" int xdc_strg_fwrite(const signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong* done) {
+    jbrg_sim::op call("xdc_strg_fwrite", ptr(buffer), size, handle, ptr(done));
+    if (call.forced()) return call.result();
+    if (done == nullptr) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    *done = 0;
+    int result = do_fwrite(buffer, size, handle, *done);
+    call.out("done", done);
+    return result;
+}
+
+extern "C" int xdc_strg_fseek(dev_ulong handle, dev_long offset, int origin) {
+    jbrg_sim::op call("xdc_strg_fseek", handle, offset, origin);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return do_fseek(handle, offset, origin);
+}
+
+// Out "position": the file position, in bytes from the start.
+extern "C" int xdc_strg_ftell(dev_ulong handle, dev_long* position) {
+    jbrg_sim::op call("xdc_strg_ftell", handle, ptr(position));
+    if (call.forced()) return call.result();
+    if (position == nullptr) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    *position = 0;
+    int result = XDC_STRG_R_NOT_FOUND;
+    storage_service& s = storage();
+    if (auto f = s.files.find(handle); f != s.files.end()) {
+        off_t at = ::lseek(f->second.fd, 0, SEEK_CUR);
+        if (at < 0) {
+            result = from_errno(errno);
+        } else if (beyond_device_position(at)) {
+            result = XDC_STRG_R_PARAM;  // a position the device cannot express
+        } else {
+            *position = static_cast<dev_long>(at);
+            result = XDC_STRG_R_OK;
+        }
+    }
+    call.out("position", position);
+    return result;
+}
+
+// The sim writes straight through to the host file, so what was written is on the medium already; flushing
+// only checks the handle.
+extern "C" int xdc_strg_fflush_fsync(dev_ulong handle) {
+    jbrg_sim::op call("xdc_strg_fflush_fsync", handle);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return storage().files.count(handle) != 0 ? XDC_STRG_R_OK : XDC_STRG_R_NOT_FOUND;
+}
+
+extern "C" int xdc_strg_sync(void) {
+    jbrg_sim::op call("xdc_strg_sync");
+    if (call.forced()) return call.result();
+    return XDC_STRG_R_OK;
+}
+
+// Out "handle": the new directory handle.
+extern "C" int xdc_strg_opendir(int area_id, const char* path, dev_ulong* handle) {
+    jbrg_sim::op call("xdc_strg_opendir", area_id, path, ptr(handle));
+    if (call.forced()) return call.result();
+    if (handle == nullptr) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    *handle = 0;
+    int result = do_opendir(area_id, path, *handle);
+    call.out("handle", handle);
+    return result;
+}
+
+// Out "name": the entry's name (text). A name that does not fit the buffer is cut, refused with
+// XDC_STRG_R_PARAM and stays the next entry, so that a caller may ask again with more room.
+extern "C" int xdc_strg_readdir(dev_ulong handle, char* name, dev_ulong size) {
+    jbrg_sim::op call("xdc_strg_readdir", handle, ptr(name), size);
+    if (call.forced()) return call.result();
+    if (name == nullptr || size == 0) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    auto d = s.dirs.find(handle);
+    if (d == s.dirs.end()) {
+        name[0] = '\0';
+        return XDC_STRG_R_NOT_FOUND;
+    }
+    open_dir& listing = d->second;
+    bool at_end = listing.next >= listing.names.size();
+    std::string entry = at_end ? std::string() : listing.names[listing.next];
+    call.out("name", &entry);
+    if (copy_out(entry, name, size) != XDC_STRG_R_OK) return XDC_STRG_R_PARAM;
+    if (at_end) return XDC_STRG_R_EOF;
+    ++listing.next;
+    return XDC_STRG_R_OK;
+}
+
+extern "C" int xdc_strg_closedir(dev_ulong handle) {
+    jbrg_sim::op call("xdc_strg_closedir", handle);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return storage().dirs.erase(handle) != 0 ? XDC_STRG_R_OK : XDC_STRG_R_NOT_FOUND;
+}
+
+extern "C" int xdc_strg_mkdir(int area_id, const char* path) {
+    jbrg_sim::op call("xdc_strg_mkdir", area_id, path);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    storage_service::place at;
+    if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
+    if (::mkdir(at.host.c_str(), 0755) != 0) return from_errno(errno);
+    s.forget_attributes(at);
+    return XDC_STRG_R_OK;
+}
+
+extern "C" int xdc_strg_remove(int area_id, const char* path) {
+    jbrg_sim::op call("xdc_strg_remove", area_id, path);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    storage_service::place at;
+    if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
+    struct stat st;
+    if (int r = host_stat(at, st); r != XDC_STRG_R_OK) return r;
+    if (at.path.empty() || s.read_only(at)) return XDC_STRG_R_ACCESS;
+    if (S_ISDIR(st.st_mode)) {
+        // Only an empty directory goes; one with contents is refused, not emptied.
+        if (::rmdir(at.host.c_str()) != 0) {
+            return errno == ENOTEMPTY || errno == EEXIST ? XDC_STRG_R_ACCESS : from_errno(errno);
+        }
+    } else if (::unlink(at.host.c_str()) != 0) {
+        return from_errno(errno);
+    }
+    s.forget_attributes(at);
+    return XDC_STRG_R_OK;
+}
+
+extern "C" int xdc_strg_rename(int area_id, const char* from, const char* to) {
+    jbrg_sim::op call("xdc_strg_rename", area_id, from, to);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    storage_service::place source, target;
+    if (int r = s.resolve(area_id, from, true, source); r != XDC_STRG_R_OK) return r;
+    if (int r = s.resolve(area_id, to, true, target); r != XDC_STRG_R_OK) return r;
+    return do_rename(source, target);
+}
+
+extern "C" int xdc_strg_move(int area_id, const char* path, int area_id2, const char* path2) {
+    jbrg_sim::op call("xdc_strg_move", area_id, path, area_id2, path2);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    storage_service::place source, target;
+    if (int r = s.resolve(area_id, path, true, source); r != XDC_STRG_R_OK) return r;
+    if (int r = s.resolve(area_id2, path2, true, target); r != XDC_STRG_R_OK) return r;
+    return do_rename(source, target);
+}
+
+extern "C" int xdc_strg_exist(int area_id, const char* path) {
+    jbrg_sim::op call("xdc_strg_exist", area_id, path);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    storage_service::place at;
+    if (int r = storage().resolve(area_id, path, false, at); r != XDC_STRG_R_OK) return r;
+    struct stat st;
+    return host_stat(at, st);
+}
+
+// Outs "mode", "size" and "mtime": the fields of the status.
+extern "C" int xdc_strg_stat(int area_id, const char* path, XDC_STRG_STAT* status) {
+    jbrg_sim::op call("xdc_strg_stat", area_id, path, ptr(status));
+    if (call.forced()) return call.result();
+    if (status == nullptr) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    *status = XDC_STRG_STAT{0, 0, 0};
+    storage_service& s = storage();
+    storage_service::place at;
+    int result = s.resolve(area_id, path, false, at);
+    struct stat st;
+    if (result == XDC_STRG_R_OK) result = host_stat(at, st);
+    if (result == XDC_STRG_R_OK) {
+        dev_ulong type = S_ISDIR(st.st_mode) ? kTypeDirectory : S_ISREG(st.st_mode) ? kTypeFile : (st.st_mode & S_IFMT);
+        dev_ulong permissions = st.st_mode & 0777;
+        if (s.read_only(at)) permissions &= ~dev_ulong{0222};
+        status->mode = type | permissions;
+        status->size = static_cast<dev_ulong>(std::min<long long>(st.st_size, UINT32_MAX));
+        status->mtime = static_cast<dev_ulong>(st.st_mtime);
+    }
+    call.out("mode", &status->mode);
+    call.out("size", &status->size);
+    call.out("mtime", &status->mtime);
+    return result;
+}
+
+extern "C" int xdc_strg_set_attribute(int area_id, const char* path, unsigned char attributes) {
+    jbrg_sim::op call("xdc_strg_set_attribute", area_id, path, attributes);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    storage_service::place at;
+    if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
+    struct stat st;
+    if (int r = host_stat(at, st); r != XDC_STRG_R_OK) return r;
+    s.set_attributes(at, attributes);
+    return XDC_STRG_R_OK;
+}
+
+// Out "attributes": the attribute bits.
+extern "C" int xdc_strg_get_attribute(int area_id, const char* path, unsigned char* attributes) {
+    jbrg_sim::op call("xdc_strg_get_attribute", area_id, path, ptr(attributes));
+    if (call.forced()) return call.result();
+    if (attributes == nullptr) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    storage_service::place at;
+    int result = s.resolve(area_id, path, false, at);
+    struct stat st;
+    if (result == XDC_STRG_R_OK) result = host_stat(at, st);
+    dev_ulong value = result == XDC_STRG_R_OK ? s.attributes(at) : 0;
+    call.out("attributes", &value);
+    *attributes = static_cast<unsigned char>(value);
+    return result;
+}
+
+// Outs "block_size", "blocks", "free" and "available": the fields of the statistics.
+extern "C" int xdc_strg_statfs(int area_id, XDC_STRG_STATFS* status) {
+    jbrg_sim::op call("xdc_strg_statfs", area_id, ptr(status));
+    if (call.forced()) return call.result();
+    if (status == nullptr) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    const area_state* a = s.area(area_id);
+    int result = a == nullptr ? XDC_STRG_R_PARAM : !a->mounted ? XDC_STRG_R_ACCESS : XDC_STRG_R_OK;
+    *status = result == XDC_STRG_R_OK ? s.statfs() : XDC_STRG_STATFS{0, 0, 0, 0};
+    call.out("block_size", &status->block_size);
+    call.out("blocks", &status->blocks);
+    call.out("free", &status->free);
+    call.out("available", &status->available);
+    return result;
+}
+
+extern "C" int xdc_strg_verify_area_mount(int area_id) {
+    jbrg_sim::op call("xdc_strg_verify_area_mount", area_id);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    const area_state* a = storage().area(area_id);
+    if (a == nullptr) return XDC_STRG_R_PARAM;
+    return a->mounted ? XDC_STRG_R_OK : XDC_STRG_R_ACCESS;
+}
+
+// Removing a disk only marks it removed; the areas stay as they are.
+extern "C" int xdc_strg_remove_disk(int disk_id) {
+    jbrg_sim::op call("xdc_strg_remove_disk", disk_id);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    if (s.disks().count(disk_id) == 0) return XDC_STRG_R_PARAM;
+    return s.removed_disks.insert(disk_id).second ? XDC_STRG_R_OK : XDC_STRG_R_NOT_FOUND;
+}
+
+// Out "path": the area's root path (text). The path is given whether the area is mounted or not.
+extern "C" int xdc_strg_get_area_path(int area_id, char* path, dev_ulong size) {
+    jbrg_sim::op call("xdc_strg_get_area_path", area_id, ptr(path), size);
+    if (call.forced()) return call.result();
+    if (path == nullptr || size == 0) return XDC_STRG_R_PARAM;
+    auto lock = jbrg_sim::device_lock();
+    storage_service& s = storage();
+    std::string folder;
+    int result = s.area(area_id) == nullptr ? XDC_STRG_R_PARAM : s.ready_or_fail();
+    if (result == XDC_STRG_R_OK) folder = s.area_folder(area_id);
+    call.out("path", &folder);
+    int copied = copy_out(folder, path, size);
+    return result != XDC_STRG_R_OK ? result : copied;
+}

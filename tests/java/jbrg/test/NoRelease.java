@@ -1,0 +1,4 @@
+package jbrg.test;
+
+/** A class without a release() method. */
+public class NoRelease {}
