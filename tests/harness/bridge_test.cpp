@@ -33,16 +33,19 @@ class jvm_environment : public ::testing::Environment {
 public:
     void SetUp() override {
         the_vm = boot_jvm(&the_env);
-        jclass system = the_env->FindClass("java/lang/System");
-        jmethodID load = the_env->GetStaticMethodID(system, "load", "(Ljava/lang/String;)V");
-        jstring path = the_env->NewStringUTF(bridge_library());
-        the_env->CallStaticVoidMethod(system, load, path);
-        if (the_env->ExceptionCheck()) {
-            the_env->ExceptionDescribe();
-            std::abort();
+        // The bridge, and the probe modules of the wrapper tests, loaded as a Java application loads them.
+        for (const char* library : {bridge_library(), JBRG_TEST_PROBE_LIBRARY}) {
+            jclass loader = the_env->FindClass("jbrg/test/Loader");
+            jmethodID load = the_env->GetStaticMethodID(loader, "load", "(Ljava/lang/String;)V");
+            jstring path = the_env->NewStringUTF(library);
+            the_env->CallStaticVoidMethod(loader, load, path);
+            if (the_env->ExceptionCheck()) {
+                the_env->ExceptionDescribe();
+                std::abort();
+            }
+            the_env->DeleteLocalRef(path);
+            the_env->DeleteLocalRef(loader);
         }
-        the_env->DeleteLocalRef(path);
-        the_env->DeleteLocalRef(system);
     }
     void TearDown() override {
         // The last net: a warning outside any bridge_test fails the run too.
@@ -112,6 +115,22 @@ std::string bridge_test::text(jstring s) {
     std::string result(chars);
     e->ReleaseStringUTFChars(s, chars);
     return result;
+}
+
+void bridge_test::run_java(const char* cls, const char* method) {
+    JNIEnv* e = env();
+    jclass c = e->FindClass(cls);
+    ASSERT_NE(nullptr, c) << "no Java class " << cls << ": " << take_exception();
+    jmethodID m = e->GetStaticMethodID(c, method, "()V");
+    ASSERT_NE(nullptr, m) << "no static void " << method << "() in " << cls << ": " << take_exception();
+    begin_java_stderr();
+    e->CallStaticVoidMethod(c, m);
+    jthrowable thrown = e->ExceptionOccurred();
+    if (thrown != nullptr) {
+        e->ExceptionDescribe();  // prints the stack trace into the captured System.err
+    }
+    std::string printed = end_java_stderr();
+    if (thrown != nullptr) ADD_FAILURE() << cls << "." << method << " failed:\n" << printed;
 }
 
 std::vector<std::string> traces_containing(const std::string& needle) {

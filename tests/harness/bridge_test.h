@@ -44,6 +44,10 @@ protected:
     // A Java string's characters.
     std::string text(jstring s);
 
+    // Runs the static method `method` ()V of the Java class `cls` (slash form): a test written in Java, on the
+    // test thread. Whatever it throws fails this test with the exception's stack trace.
+    void run_java(const char* cls, const char* method);
+
 private:
     int warnings_before_ = 0;
     int expected_warnings_ = 0;

@@ -76,14 +76,14 @@ int run_test_program(int argc, char** argv) {
     return p.result;
 }
 
-JavaVM* boot_jvm(JNIEnv** env) {
+JavaVM* boot_jvm(JNIEnv** env, bool checked) {
     std::string classpath = std::string("-Djava.class.path=") + JBRG_TEST_CLASSPATH;
     std::vector<JavaVMOption> options;
     auto add = [&](const char* text, void* extra = nullptr) {
         options.push_back(JavaVMOption{const_cast<char*>(text), extra});
     };
     add(classpath.c_str());
-    add("-Xcheck:jni");
+    if (checked) add("-Xcheck:jni");
     add("vfprintf", reinterpret_cast<void*>(&console_hook));
     // A small, quiet VM: the suite makes few objects, and the ARM run starts the VM under emulation.
     add("-Xms16m");

@@ -17,8 +17,9 @@ namespace jbrg_test {
 // the VM's -Xss of stack once a VM runs there, which the 32-bit ARM VM keeps small.
 int run_test_program(int argc, char** argv);
 
-// Creates the VM with the test class path, or aborts the program with the VM's reason.
-JavaVM* boot_jvm(JNIEnv** env);
+// Creates the VM with the test class path, or aborts the program with the VM's reason. `checked` runs it
+// with -Xcheck:jni (the tests); the benchmarks measure the VM as the device runs it, unchecked.
+JavaVM* boot_jvm(JNIEnv** env, bool checked = true);
 
 // Everything the VM printed on its console so far.
 std::string jvm_console();

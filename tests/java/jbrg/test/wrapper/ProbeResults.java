@@ -1,0 +1,69 @@
+package jbrg.test.wrapper;
+
+import static orvane.qsf.wrapper.probe.wrap_probeJNI.*;
+
+import jbrg.test.Check;
+
+/** Results, constants and globals. */
+public final class ProbeResults {
+    private ProbeResults() {}
+
+    /** A record returned by value is a new heap copy; a pointer result is the address itself. */
+    public static void recordResults() {
+        long s = new_probe_subject__SWIG_0();
+        long first = make_record(s, 5);
+        long second = make_record(s, 6);
+        try {
+            Check.that(first != 0L && second != 0L && first != second, "each result is a record of its own");
+            Check.equal(5, PROBE_RECORD_i_get(first, null), "the copy's int");
+            Check.equal("made", PROBE_RECORD_text_get(first, null), "the copy's text");
+            Check.equal("record", PROBE_RECORD_name_get(first, null), "the copy's std::string");
+            PROBE_RECORD_name_set(second, null, "changed");
+            Check.equal("record", PROBE_RECORD_name_get(first, null), "the copies are independent");
+            Check.equal(6, PROBE_RECORD_i_get(second, null), "the second copy's int");
+
+            Check.equal(PROBE_RECORD_inner_get(first, null), probe_subject_inner_of(s, null, first, null),
+                    "a pointer result is the address inside the record");
+            PROBE_INNER_value_set(probe_subject_inner_of(s, null, second, null), null, 8);
+            Check.equal(8, PROBE_INNER_value_get(PROBE_RECORD_inner_get(second, null), null),
+                    "writing through a pointer result changes the record");
+        } finally {
+            delete_PROBE_RECORD(second);
+            delete_PROBE_RECORD(first);
+            delete_probe_subject(s);
+        }
+    }
+
+    private static long make_record(long s, int i) {
+        long r = probe_subject_make_record(s, null, i);
+        Check.equal("make_record(" + i + ")", probe_subject_last_call_get(), "the native call");
+        return r;
+    }
+
+    /** Enumerators, constants, globals and static members. */
+    public static void constantsAndGlobals() {
+        Check.equal(0, PROBE_MODE_OFF_get(), "PROBE_MODE_OFF");
+        Check.equal(3, PROBE_MODE_ON_get(), "PROBE_MODE_ON");
+        Check.equal(4, PROBE_MODE_AUTO_get(), "PROBE_MODE_AUTO follows ON");
+        Check.equal(4096, PROBE_LIMIT_get(), "PROBE_LIMIT");
+        Check.equal("probe", PROBE_NAME_get(), "PROBE_NAME");
+
+        int counter = probe_counter_get();
+        try {
+            probe_counter_set(-42);
+            Check.equal(-42, probe_counter_get(), "a global int");
+        } finally {
+            probe_counter_set(counter);
+        }
+
+        String last = probe_subject_last_call_get();
+        try {
+            probe_subject_last_call_set("set from Java");
+            Check.equal("set from Java", probe_subject_last_call_get(), "a static std::string member");
+            Check.throwsWith(NullPointerException.class, "null std::string", () -> probe_subject_last_call_set(null));
+            Check.equal("set from Java", probe_subject_last_call_get(), "a refused null leaves the member");
+        } finally {
+            probe_subject_last_call_set(last);
+        }
+    }
+}

@@ -1,0 +1,82 @@
+#!/usr/bin/env python3
+"""Checks that a library exports exactly the Java natives its wrapper modules declare.
+
+The union of the modules' manifests (one JNI name a line, written by the wrapper generator) must equal the
+`Java_` symbols the library exports (`nm -D --defined-only`). Beside that, each module's count is printed next
+to the number of exports the module has on the device, so that a module still growing shows how far it is.
+"""
+
+import argparse
+import os
+import subprocess
+import sys
+
+# The modules of libjbrgCMT and their number of exports on the device.
+DEVICE_COUNTS = {
+    'cmt_account_module': 28,
+    'cmt_address_book_module': 66,
+    'xamf_amo': 44,
+    'qsf_fnd_document_box_module': 194,
+    'CMT_SystemInformation': 344,
+    'cmt_iccard': 37,
+    'qsf_fnd_charge_module': 9,
+    'qsf_fnd_event': 318,
+    'qsf_fnd_job_module': 390,
+    'qsf_fnd_job_log': 177,
+    'xdof_strg_storage': 42,
+    'cmt_common': 14,
+    'qsf_fnd_user': 184,
+    'qsf_fnd_webservice_module': 6,
+}
+
+
+def exported(nm, library):
+    out = subprocess.run([nm, '-D', '--defined-only', library], check=True, capture_output=True, text=True).stdout
+    names = set()
+    for line in out.splitlines():
+        parts = line.split()
+        if parts and parts[-1].startswith('Java_'):
+            names.add(parts[-1])
+    return names
+
+
+def main():
+    ap = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    ap.add_argument('--nm', default='nm')
+    ap.add_argument('--library', required=True)
+    ap.add_argument('manifests', nargs='*')
+    args = ap.parse_args()
+
+    declared = set()
+    per_module = {}
+    for path in args.manifests:
+        module = os.path.basename(path).rsplit('.', 1)[0]
+        with open(path, encoding='utf-8') as f:
+            names = {line.strip() for line in f if line.strip()}
+        per_module[module] = len(names)
+        declared |= names
+    actual = exported(args.nm, args.library)
+
+    print(f'{"module":32} {"exports":>8} {"device":>8}')
+    for module in sorted(set(DEVICE_COUNTS) | set(per_module)):
+        have = per_module.get(module)
+        want = DEVICE_COUNTS.get(module)
+        mark = '' if have == want else ('  (not built yet)' if have is None else '  (differs)')
+        print(f'{module:32} {have if have is not None else "-":>8} {want if want is not None else "-":>8}{mark}')
+    print(f'{"total":32} {len(declared):>8} {sum(DEVICE_COUNTS.values()):>8}')
+
+    missing = sorted(declared - actual)
+    extra = sorted(actual - declared)
+    for name in missing:
+        print(f'declared but not exported: {name}')
+    for name in extra:
+        print(f'exported but not declared: {name}')
+    if missing or extra:
+        print(f'export check: FAILED ({len(missing)} missing, {len(extra)} undeclared)')
+        return 1
+    print(f'export check: {len(actual)} Java natives exported, exactly as declared')
+    return 0
+
+
+if __name__ == '__main__':
+    sys.exit(main())

@@ -1,0 +1,241 @@
+#include "wrap_runtime.h"
+
+#include <cstring>
+#include <exception>
+#include <new>
+#include <type_traits>
+
+namespace jbrg::wrap {
+
+namespace {
+
+// The exception table of the modules, in code order; the last entry answers every other code.
+struct table_entry {
+    int code;
+    const char* java_class;
+};
+constexpr table_entry kExceptions[] = {
+    {OutOfMemoryError, "java/lang/OutOfMemoryError"},
+    {IOException, "java/io/IOException"},
+    {RuntimeException, "java/lang/RuntimeException"},
+    {IndexOutOfBoundsException, "java/lang/IndexOutOfBoundsException"},
+    {ArithmeticException, "java/lang/ArithmeticException"},
+    {IllegalArgumentException, "java/lang/IllegalArgumentException"},
+    {NullPointerException, "java/lang/NullPointerException"},
+    {DirectorPureVirtual, "java/lang/RuntimeException"},
+    {UnknownError, "java/lang/UnknownError"},
+    {0, "java/lang/UnknownError"},
+};
+
+template <class C, class J>
+C from_java(J value) {
+    if constexpr (std::is_same_v<C, bool>) {
+        return value != 0;
+    } else {
+        return static_cast<C>(value);
+    }
+}
+
+template <class C, class J>
+J to_java(C value) {
+    if constexpr (std::is_same_v<C, bool>) {
+        return value ? JNI_TRUE : JNI_FALSE;
+    } else {
+        return static_cast<J>(value);
+    }
+}
+
+template <class C, class J>
+bool array_in(JNIEnv* jenv, J** jarr, C** carr, typename ::orvane::jni::array_traits<J>::array input) {
+    if (input == nullptr) {
+        throw_java(jenv, NullPointerException, "null array");
+        return false;
+    }
+    const jsize length = jenv->GetArrayLength(input);
+    *jarr = ::orvane::jni::array_traits<J>::get(jenv, input);
+    if (*jarr == nullptr) return false;
+    *carr = new (std::nothrow) C[static_cast<std::size_t>(length)];
+    if (*carr == nullptr) {
+        ::orvane::jni::array_traits<J>::release(jenv, input, *jarr, JNI_ABORT);
+        *jarr = nullptr;
+        throw_java(jenv, OutOfMemoryError, "array memory allocation failed");
+        return false;
+    }
+    for (jsize i = 0; i < length; ++i) (*carr)[i] = from_java<C, J>((*jarr)[i]);
+    return true;
+}
+
+template <class C, class J>
+void array_argout(JNIEnv* jenv, J* jarr, C* carr, typename ::orvane::jni::array_traits<J>::array input) {
+    const jsize length = jenv->GetArrayLength(input);
+    for (jsize i = 0; i < length; ++i) jarr[i] = to_java<C, J>(carr[i]);
+    ::orvane::jni::array_traits<J>::release(jenv, input, jarr, 0);
+}
+
+template <class C, class J>
+typename ::orvane::jni::array_traits<J>::array array_out(JNIEnv* jenv, const C* result, jsize count) {
+    auto output = ::orvane::jni::array_traits<J>::make(jenv, count);
+    if (output == nullptr) return nullptr;
+    ::orvane::jni::pinned_array<J> elements(jenv, output);
+    if (!elements) return nullptr;
+    for (jsize i = 0; i < count; ++i) elements[static_cast<std::size_t>(i)] = to_java<C, J>(result[i]);
+    elements.commit();
+    return output;
+}
+
+}  // namespace
+
+void throw_java(JNIEnv* jenv, int code, const char* message) {
+    const table_entry* entry = kExceptions;
+    while (entry->code != 0 && entry->code != code) ++entry;
+    jenv->ExceptionClear();
+    ::orvane::jni::local_ref<jclass> cls(jenv, jenv->FindClass(entry->java_class));
+    if (cls) jenv->ThrowNew(cls.get(), message);
+}
+
+void throw_cxx_exception(JNIEnv* jenv) {
+    try {
+        throw;
+    } catch (const std::bad_alloc&) {
+        throw_java(jenv, OutOfMemoryError, "out of native memory");
+    } catch (const std::exception& e) {
+        throw_java(jenv, RuntimeException, e.what());
+    } catch (...) {
+        throw_java(jenv, UnknownError, "unknown native exception");
+    }
+}
+
+string_arg::string_arg(JNIEnv* jenv, jstring text) {
+    if (text == nullptr) {
+        throw_java(jenv, NullPointerException, "null std::string");
+        return;
+    }
+    ::orvane::jni::utf_chars chars(jenv, text);
+    if (!chars) return;
+    value_.assign(chars.get());
+    ok_ = true;
+}
+
+string_holder_arg::string_holder_arg(JNIEnv* jenv, jobjectArray holder) : jenv_(jenv), holder_(holder) {
+    if (holder == nullptr) {
+        throw_java(jenv, NullPointerException, "array null");
+        return;
+    }
+    if (jenv->GetArrayLength(holder) == 0) {
+        throw_java(jenv, IndexOutOfBoundsException, "Array must contain at least 1 element");
+        return;
+    }
+    ::orvane::jni::local_ref<jstring> initial(jenv, static_cast<jstring>(jenv->GetObjectArrayElement(holder, 0)));
+    if (jenv->ExceptionCheck()) return;
+    if (initial) {
+        ::orvane::jni::utf_chars chars(jenv, initial.get());
+        if (!chars) return;
+        value_.assign(chars.get());
+    }
+    ok_ = true;
+}
+
+void string_holder_arg::store() {
+    ::orvane::jni::local_ref<jstring> result(jenv_, jenv_->NewStringUTF(value_.c_str()));
+    if (result) jenv_->SetObjectArrayElement(holder_, 0, result.get());
+}
+
+template <class C, class J>
+array_arg<C, J>::array_arg(JNIEnv* jenv, array input) : jenv_(jenv), input_(input) {
+    ok_ = array_in<C, J>(jenv, &jarr_, &carr_, input);
+}
+
+template <class C, class J>
+array_arg<C, J>::~array_arg() {
+    // Released without copying back when the call did not happen.
+    if (jarr_ != nullptr) ::orvane::jni::array_traits<J>::release(jenv_, input_, jarr_, JNI_ABORT);
+    delete[] carr_;
+}
+
+template <class C, class J>
+void array_arg<C, J>::store() {
+    array_argout<C, J>(jenv_, jarr_, carr_, input_);
+    jarr_ = nullptr;
+}
+
+jstring new_string(JNIEnv* jenv, const char* text) { return text != nullptr ? jenv->NewStringUTF(text) : nullptr; }
+
+jstring new_string(JNIEnv* jenv, const std::string& text) { return jenv->NewStringUTF(text.c_str()); }
+
+void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text) {
+    if (text == nullptr) {
+        field[0] = '\0';
+        return;
+    }
+    ::orvane::jni::utf_chars chars(jenv, text);
+    if (!chars) return;
+    std::strncpy(field, chars.get(), capacity - 1);
+    field[capacity - 1] = '\0';
+}
+
+jstring get_text(JNIEnv* jenv, const char* field, std::size_t capacity) {
+    // A platform record may fill a text field to the last byte; read no further than the field.
+    const std::size_t length = strnlen(field, capacity);
+    if (length < capacity) return jenv->NewStringUTF(field);
+    return jenv->NewStringUTF(std::string(field, length).c_str());
+}
+
+template <class C, class J>
+void set_array_field(JNIEnv* jenv, C* field, std::size_t count, typename ::orvane::jni::array_traits<J>::array input) {
+    if (input != nullptr && static_cast<std::size_t>(jenv->GetArrayLength(input)) != count) {
+        throw_java(jenv, IndexOutOfBoundsException, "incorrect array size");
+        return;
+    }
+    array_arg<C, J> values(jenv, input);
+    if (!values) return;
+    for (std::size_t i = 0; i < count; ++i) field[i] = values.get()[i];
+    values.store();
+}
+
+// One instantiation per distinct element pair (the device's long and unsigned long are int and unsigned int).
+#define JBRG_WRAP_INSTANTIATE(CType, JElem)                                                              \
+    template class array_arg<CType, JElem>;                                                              \
+    template void set_array_field<CType, JElem>(JNIEnv*, CType*, std::size_t,                            \
+                                                ::orvane::jni::array_traits<JElem>::array);
+JBRG_WRAP_INSTANTIATE(bool, jboolean)
+JBRG_WRAP_INSTANTIATE(signed char, jbyte)
+JBRG_WRAP_INSTANTIATE(unsigned char, jshort)
+JBRG_WRAP_INSTANTIATE(short, jshort)
+JBRG_WRAP_INSTANTIATE(unsigned short, jint)
+JBRG_WRAP_INSTANTIATE(int, jint)
+JBRG_WRAP_INSTANTIATE(unsigned int, jlong)
+JBRG_WRAP_INSTANTIATE(long long, jlong)
+JBRG_WRAP_INSTANTIATE(float, jfloat)
+JBRG_WRAP_INSTANTIATE(double, jdouble)
+#undef JBRG_WRAP_INSTANTIATE
+static_assert(std::is_same_v<dev_long, int> && std::is_same_v<dev_ulong, unsigned int>,
+              "the device's long and unsigned long share the int instantiations");
+
+}  // namespace jbrg::wrap
+
+#define JBRG_SWIG_ARRAY_DEFINE(Name, CType, JElem)                                                           \
+    bool SWIG_JavaArrayIn##Name(JNIEnv* jenv, JElem** jarr, CType** carr,                                    \
+                                ::orvane::jni::array_traits<JElem>::array input) {                           \
+        return ::jbrg::wrap::array_in<CType, JElem>(jenv, jarr, carr, input);                               \
+    }                                                                                                        \
+    void SWIG_JavaArrayArgout##Name(JNIEnv* jenv, JElem* jarr, CType* carr,                                  \
+                                    ::orvane::jni::array_traits<JElem>::array input) {                       \
+        ::jbrg::wrap::array_argout<CType, JElem>(jenv, jarr, carr, input);                                  \
+    }                                                                                                        \
+    ::orvane::jni::array_traits<JElem>::array SWIG_JavaArrayOut##Name(JNIEnv* jenv, const CType* result,     \
+                                                                      jsize count) {                         \
+        return ::jbrg::wrap::array_out<CType, JElem>(jenv, result, count);                                  \
+    }
+JBRG_SWIG_ARRAY_DEFINE(Bool, bool, jboolean)
+JBRG_SWIG_ARRAY_DEFINE(Schar, signed char, jbyte)
+JBRG_SWIG_ARRAY_DEFINE(Uchar, unsigned char, jshort)
+JBRG_SWIG_ARRAY_DEFINE(Short, short, jshort)
+JBRG_SWIG_ARRAY_DEFINE(Ushort, unsigned short, jint)
+JBRG_SWIG_ARRAY_DEFINE(Int, int, jint)
+JBRG_SWIG_ARRAY_DEFINE(Uint, unsigned int, jlong)
+JBRG_SWIG_ARRAY_DEFINE(Long, dev_long, jint)
+JBRG_SWIG_ARRAY_DEFINE(Ulong, dev_ulong, jlong)
+JBRG_SWIG_ARRAY_DEFINE(Longlong, long long, jlong)
+JBRG_SWIG_ARRAY_DEFINE(Float, float, jfloat)
+JBRG_SWIG_ARRAY_DEFINE(Double, double, jdouble)
+#undef JBRG_SWIG_ARRAY_DEFINE

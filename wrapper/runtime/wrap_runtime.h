@@ -1,0 +1,211 @@
+// What the generated exports share: Java exceptions, argument holders, field copies and array conversion.
+//
+// Every export converts its Java arguments in order with the holders below. A holder that meets a bad
+// argument throws the Java exception the wrapper conventions give for it and tests false; the export then
+// returns at once with a zero result, so nothing after the bad argument is converted and the native side is
+// never called. Every JNI resource a holder takes is released when the export returns, on every path.
+#ifndef JBRG_WRAPPER_WRAP_RUNTIME_H
+#define JBRG_WRAPPER_WRAP_RUNTIME_H
+
+#include <jni.h>
+
+#include <cstddef>
+#include <string>
+
+#include "handle.h"
+#include "jni_scoped.h"
+#include "plat_types.h"
+
+// ---- Array conversion, one triple per element type ------------------------------------------------------
+//
+// In:     a null array throws NullPointerException "null array" and yields false; otherwise pins the Java
+//         elements (false if that fails), allocates a C array of the same length with new[] (failure:
+//         OutOfMemoryError "array memory allocation failed", false) and copies element by element.
+// Argout: copies the C array back into the pinned elements and releases them, copying back (mode 0).
+// Out:    a new Java array of `count` elements holding the C array (null if it cannot be made).
+// The caller frees the C array with delete[].
+#define JBRG_SWIG_ARRAY_DECLARE(Name, CType, JElem)                                                     \
+    bool SWIG_JavaArrayIn##Name(JNIEnv* jenv, JElem** jarr, CType** carr,                               \
+                                ::orvane::jni::array_traits<JElem>::array input);                       \
+    void SWIG_JavaArrayArgout##Name(JNIEnv* jenv, JElem* jarr, CType* carr,                             \
+                                    ::orvane::jni::array_traits<JElem>::array input);                   \
+    ::orvane::jni::array_traits<JElem>::array SWIG_JavaArrayOut##Name(JNIEnv* jenv, const CType* result, \
+                                                                      jsize count);
+JBRG_SWIG_ARRAY_DECLARE(Bool, bool, jboolean)
+JBRG_SWIG_ARRAY_DECLARE(Schar, signed char, jbyte)
+JBRG_SWIG_ARRAY_DECLARE(Uchar, unsigned char, jshort)
+JBRG_SWIG_ARRAY_DECLARE(Short, short, jshort)
+JBRG_SWIG_ARRAY_DECLARE(Ushort, unsigned short, jint)
+JBRG_SWIG_ARRAY_DECLARE(Int, int, jint)
+JBRG_SWIG_ARRAY_DECLARE(Uint, unsigned int, jlong)
+JBRG_SWIG_ARRAY_DECLARE(Long, dev_long, jint)
+JBRG_SWIG_ARRAY_DECLARE(Ulong, dev_ulong, jlong)
+JBRG_SWIG_ARRAY_DECLARE(Longlong, long long, jlong)
+JBRG_SWIG_ARRAY_DECLARE(Float, float, jfloat)
+JBRG_SWIG_ARRAY_DECLARE(Double, double, jdouble)
+#undef JBRG_SWIG_ARRAY_DECLARE
+
+namespace jbrg::wrap {
+
+// ---- Java exceptions -----------------------------------------------------------------------------------
+
+// The codes of the modules' exception table.
+enum java_exception {
+    OutOfMemoryError = 1,
+    IOException = 2,
+    RuntimeException = 3,
+    IndexOutOfBoundsException = 4,
+    ArithmeticException = 5,
+    IllegalArgumentException = 6,
+    NullPointerException = 7,
+    DirectorPureVirtual = 8,
+    UnknownError = 9,
+};
+
+// Clears any pending Java exception and throws a new one of the class the table gives for `code` (an
+// unknown code gives java/lang/UnknownError). When the class cannot be found, only the lookup's own error
+// is left pending.
+void throw_java(JNIEnv* jenv, int code, const char* message);
+
+// Called in an export's catch-all: a C++ exception must never unwind into the Java VM, so it leaves as a
+// Java OutOfMemoryError (std::bad_alloc) or RuntimeException (anything else) with its text.
+void throw_cxx_exception(JNIEnv* jenv);
+
+// ---- Arguments ----------------------------------------------------------------------------------------
+
+// A record or object given by handle: zero throws NullPointerException with `null_message`
+// ("<T> & reference is null", "<T> const & reference is null", "Attempt to dereference null <T>").
+template <class T>
+T* reference(JNIEnv* jenv, jlong handle, const char* null_message) {
+    T* object = ::orvane::from_handle<T>(handle);
+    if (object == nullptr) throw_java(jenv, NullPointerException, null_message);
+    return object;
+}
+
+// `const char*`: a null string passes a null pointer; characters that cannot be had end the export.
+class cstr_arg {
+public:
+    cstr_arg(JNIEnv* jenv, jstring text) : chars_(jenv, text), ok_(text == nullptr || chars_) {}
+    bool ok() const { return ok_; }
+    const char* get() const { return chars_.get(); }
+
+private:
+    ::orvane::jni::utf_chars chars_;
+    bool ok_;
+};
+
+// `std::string` (by value or const reference): a null string throws NullPointerException "null std::string".
+class string_arg {
+public:
+    string_arg(JNIEnv* jenv, jstring text);
+    explicit operator bool() const { return ok_; }
+    std::string& value() { return value_; }
+
+private:
+    std::string value_;
+    bool ok_ = false;
+};
+
+// A one-element Java array holding an out-value (`T* OUTPUT`, `T& OUTPUT`): null throws NullPointerException
+// "array null", an empty one IndexOutOfBoundsException "Array must contain at least 1 element". The value
+// starts at zero and is written into element 0 after the call.
+template <class C, class J>
+class out_arg {
+public:
+    using array = typename ::orvane::jni::array_traits<J>::array;
+    out_arg(JNIEnv* jenv, array holder) : jenv_(jenv), holder_(holder) {
+        if (holder == nullptr) {
+            throw_java(jenv, NullPointerException, "array null");
+        } else if (jenv->GetArrayLength(holder) == 0) {
+            throw_java(jenv, IndexOutOfBoundsException, "Array must contain at least 1 element");
+        } else {
+            ok_ = true;
+        }
+    }
+    explicit operator bool() const { return ok_; }
+    C& value() { return value_; }
+    C* pointer() { return &value_; }
+    void store() {
+        const J element = static_cast<J>(value_);
+        ::orvane::jni::array_traits<J>::set(jenv_, holder_, 1, &element);
+    }
+
+private:
+    JNIEnv* jenv_;
+    array holder_;
+    C value_{};
+    bool ok_ = false;
+};
+
+// A Java String[] serving as an in/out holder of a std::string: checked like out_arg; element 0 is read
+// before the call (a null element reads as the empty text) and replaced by a new string after it.
+class string_holder_arg {
+public:
+    string_holder_arg(JNIEnv* jenv, jobjectArray holder);
+    explicit operator bool() const { return ok_; }
+    std::string& value() { return value_; }
+    std::string* pointer() { return &value_; }
+    void store();
+
+private:
+    JNIEnv* jenv_;
+    jobjectArray holder_;
+    std::string value_;
+    bool ok_ = false;
+};
+
+// An input array (`T name[]`): converted with SWIG_JavaArrayIn, handed to the callee, which may change it,
+// and written back into the Java array after the call. Not called: released without copying back.
+template <class C, class J>
+class array_arg {
+public:
+    using array = typename ::orvane::jni::array_traits<J>::array;
+    array_arg(JNIEnv* jenv, array input);
+    ~array_arg();
+    array_arg(const array_arg&) = delete;
+    array_arg& operator=(const array_arg&) = delete;
+    explicit operator bool() const { return ok_; }
+    C* get() const { return carr_; }
+    void store();
+
+private:
+    JNIEnv* jenv_;
+    array input_;
+    J* jarr_ = nullptr;
+    C* carr_ = nullptr;
+    bool ok_ = false;
+};
+
+// ---- Results ------------------------------------------------------------------------------------------
+
+// A Java string of a C text (null stays null).
+jstring new_string(JNIEnv* jenv, const char* text);
+jstring new_string(JNIEnv* jenv, const std::string& text);
+
+// ---- Record fields ------------------------------------------------------------------------------------
+
+// A text field of capacity `capacity`: a null string stores the empty text; otherwise at most capacity-1
+// bytes are copied and the last element is always 0 (longer texts are cut). When the characters cannot be
+// had nothing is stored.
+void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text);
+// The text of such a field, read up to its terminating zero and never past its capacity.
+jstring get_text(JNIEnv* jenv, const char* field, std::size_t capacity);
+
+// An array field of `count` elements set from a Java array of exactly `count` elements: another length
+// throws IndexOutOfBoundsException "incorrect array size", null NullPointerException "null array"; the
+// field is then left unchanged.
+template <class C, class J>
+void set_array_field(JNIEnv* jenv, C* field, std::size_t count, typename ::orvane::jni::array_traits<J>::array input);
+
+// An array field of a module without Java arrays, set from a buffer of `count` elements given by handle. A
+// zero handle copies nothing.
+template <class C>
+void copy_elements(JNIEnv*, C* field, std::size_t count, jlong source) {
+    const C* from = ::orvane::from_handle<const C>(source);
+    if (from == nullptr) return;
+    for (std::size_t i = 0; i < count; ++i) field[i] = from[i];
+}
+
+}  // namespace jbrg::wrap
+
+#endif  // JBRG_WRAPPER_WRAP_RUNTIME_H
