@@ -47,6 +47,7 @@ TEST_F(wrapper_conventions, conversion_stops_at_first_bad_argument) {
 TEST_F(wrapper_conventions, record_and_pointer_results) {
     run_java("jbrg/test/wrapper/ProbeResults", "recordResults");
 }
+TEST_F(wrapper_conventions, vector_class) { run_java("jbrg/test/wrapper/ProbeResults", "vectorClass"); }
 TEST_F(wrapper_conventions, constants_and_globals) {
     run_java("jbrg/test/wrapper/ProbeResults", "constantsAndGlobals");
 }

@@ -68,7 +68,7 @@ class DescriptionError(Exception):
 
 # ---- Reading a description -------------------------------------------------------------------------------
 
-TOKEN = re.compile(r'\s*(?:(#[^\n]*)|("(?:[^"\\]|\\.)*")|([A-Za-z_][A-Za-z0-9_]*(?:::[A-Za-z_][A-Za-z0-9_]*)*)'
+TOKEN = re.compile(r'\s*(?:(#[^\n]*)|("(?:[^"\\]|\\.)*")|((?:::)?[A-Za-z_][A-Za-z0-9_]*(?:::[A-Za-z_][A-Za-z0-9_]*)*)'
                    r'|(-?[0-9]+|0[xX][0-9a-fA-F]+)|(\[\[|\]\]|[{}()\[\];,*&<>=:]))')
 
 
@@ -133,6 +133,7 @@ class Function:
     static: bool
     line: int
     export: str = ''         # the export's name, with its overload number
+    extension: str = ''      # a free function called as extension(*self, args...) in place of a member
 
 
 @dataclasses.dataclass
@@ -200,7 +201,7 @@ class Parser:
 
     def ident(self) -> str:
         t = self.take()
-        if not re.match(r'[A-Za-z_]', t):
+        if not re.match(r'(::)?[A-Za-z_]', t):
             raise self.fail(f'expected a name, found "{t}"')
         return t
 
@@ -267,6 +268,12 @@ class Parser:
 
     def record(self, is_class: bool):
         written = self.ident()
+        # Records are platform types (global unless qualified); classes are the bridge's, in its namespace. A
+        # class may name another C++ type it stands for: `class vectorl = std::vector< unsigned int > {`.
+        cxx = self.qualified(written) if is_class else written
+        if self.peek() == '=':
+            self.take('=')
+            cxx = self.make_type(self.type_tokens_until('{', '[[')).base
         attrs = []
         if self.peek() == '[[':
             self.take('[[')
@@ -275,8 +282,6 @@ class Parser:
                 if self.peek() == ',':
                     self.take(',')
             self.take(']]')
-        # Records are platform types (global unless qualified); classes are the bridge's, in its namespace.
-        cxx = self.qualified(written) if is_class else written
         r = Record(cxx=cxx, name=written.split('::')[-1], fields=[], is_class=is_class)
         for a in attrs:
             if a == 'nodelete':
@@ -302,7 +307,11 @@ class Parser:
             if self.peek() == '(':
                 if not is_class:
                     raise self.fail('a record has fields only; declare a class for methods')
-                r.functions.append(Function(name, t, self.params(), static, line))
+                fn = Function(name, t, self.params(), static, line)
+                if self.peek() == '=':
+                    self.take('=')
+                    fn.extension = self.ident()
+                r.functions.append(fn)
             else:
                 count = None
                 if self.peek() == '[':
@@ -611,7 +620,8 @@ class Generator:
         return 'jlong', 'long', [f'jresult = ::orvane::to_handle(new {cx}(result));']
 
     def call_export(self, name: str, params: List[Param], result: Optional[Type], line: int,
-                    self_type: Optional[str], call: str, constructor: Optional[str] = None):
+                    self_type: Optional[str], call: str, constructor: Optional[str] = None,
+                    extension: str = ''):
         jparams: List[Tuple[str, str, str]] = []
         body: List[str] = []
         post: List[str] = []
@@ -635,7 +645,10 @@ class Generator:
         else:
             jres, jjava, store = self.convert_result(result, line)
             target = f'self->{call}' if self_type else call
-            invocation = f'{target}({", ".join(args)})'
+            if extension:
+                invocation = f'{extension}({", ".join(["*self"] + args)})'
+            else:
+                invocation = f'{target}({", ".join(args)})'
             if jres == 'void':
                 body.append(f'{invocation};')
             elif result is not None and result.reference and not result.const and jres == 'jlong':
@@ -674,7 +687,7 @@ class Generator:
             elif fn.static:
                 self.call_export(base, fn.params, fn.result, fn.line, None, f'{r.cxx}::{fn.name}')
             else:
-                self.call_export(base, fn.params, fn.result, fn.line, r.cxx, fn.name)
+                self.call_export(base, fn.params, fn.result, fn.line, r.cxx, fn.name, extension=fn.extension)
         for f in r.statics:
             self.field_exports(f'{r.name}_{f.name}', f, f'{r.cxx}::{f.name}', None)
         if r.deletable:

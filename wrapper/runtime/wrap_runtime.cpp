@@ -3,6 +3,7 @@
 #include <cstring>
 #include <exception>
 #include <new>
+#include <stdexcept>
 #include <type_traits>
 
 namespace jbrg::wrap {
@@ -98,6 +99,8 @@ void throw_cxx_exception(JNIEnv* jenv) {
         throw;
     } catch (const std::bad_alloc&) {
         throw_java(jenv, OutOfMemoryError, "out of native memory");
+    } catch (const std::out_of_range& e) {
+        throw_java(jenv, IndexOutOfBoundsException, e.what());
     } catch (const std::exception& e) {
         throw_java(jenv, RuntimeException, e.what());
     } catch (...) {

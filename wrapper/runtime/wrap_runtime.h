@@ -10,7 +10,9 @@
 #include <jni.h>
 
 #include <cstddef>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "handle.h"
 #include "jni_scoped.h"
@@ -68,7 +70,8 @@ enum java_exception {
 void throw_java(JNIEnv* jenv, int code, const char* message);
 
 // Called in an export's catch-all: a C++ exception must never unwind into the Java VM, so it leaves as a
-// Java OutOfMemoryError (std::bad_alloc) or RuntimeException (anything else) with its text.
+// Java OutOfMemoryError (std::bad_alloc), IndexOutOfBoundsException (std::out_of_range) or RuntimeException
+// (anything else) with its text.
 void throw_cxx_exception(JNIEnv* jenv);
 
 // ---- Arguments ----------------------------------------------------------------------------------------
@@ -204,6 +207,34 @@ void copy_elements(JNIEnv*, C* field, std::size_t count, jlong source) {
     const C* from = ::orvane::from_handle<const C>(source);
     if (from == nullptr) return;
     for (std::size_t i = 0; i < count; ++i) field[i] = from[i];
+}
+
+// ---- Vector classes -------------------------------------------------------------------------------------
+//
+// A class that stands for a std::vector (`class vectorl = std::vector< unsigned int >`) reaches the vector's
+// own size, capacity, reserve and clear, and these for the rest. An index outside the vector leaves as Java
+// IndexOutOfBoundsException "vector index out of range".
+
+template <class T>
+T vector_get(std::vector<T>& v, int i) {
+    if (i < 0 || static_cast<std::size_t>(i) >= v.size()) throw std::out_of_range("vector index out of range");
+    return v[static_cast<std::size_t>(i)];
+}
+
+template <class T>
+void vector_set(std::vector<T>& v, int i, T value) {
+    if (i < 0 || static_cast<std::size_t>(i) >= v.size()) throw std::out_of_range("vector index out of range");
+    v[static_cast<std::size_t>(i)] = value;
+}
+
+template <class T>
+void vector_add(std::vector<T>& v, T value) {
+    v.push_back(value);
+}
+
+template <class T>
+bool vector_is_empty(std::vector<T>& v) {
+    return v.empty();
 }
 
 }  // namespace jbrg::wrap

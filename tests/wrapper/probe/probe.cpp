@@ -153,4 +153,11 @@ int probe_subject::after_checks(PROBE_RECORD& r, const std::string& s, int* out)
     return 0;
 }
 
+int probe_subject::fill_vector(std::vector<unsigned int>& ids, int count) {
+    log("fill_vector(" + std::to_string(count) + ")");
+    ids.clear();
+    for (int i = 0; i < count; ++i) ids.push_back(0xFFFFFFF0u + static_cast<unsigned int>(i));
+    return static_cast<int>(ids.size());
+}
+
 }  // namespace orvane

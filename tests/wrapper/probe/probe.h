@@ -86,6 +86,7 @@ public:
     int overloaded(const char* s);
     int overloaded(int a, int b);
     int after_checks(PROBE_RECORD& r, const std::string& s, int* out);
+    int fill_vector(std::vector<unsigned int>& ids, int count);
 
     static int reached();
     static std::string last_call;

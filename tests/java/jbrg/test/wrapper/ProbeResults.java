@@ -66,4 +66,42 @@ public final class ProbeResults {
             probe_subject_last_call_set(last);
         }
     }
+
+    /** A class standing for a std::vector: its operations, index checks and use as a reference argument. */
+    public static void vectorClass() {
+        long v = new_probe_vector__SWIG_0();
+        long sized = new_probe_vector__SWIG_1(3L);
+        long s = new_probe_subject__SWIG_0();
+        try {
+            Check.equal(true, probe_vector_isEmpty(v, null), "a new vector is empty");
+            Check.equal(3L, probe_vector_size(sized, null), "a vector made with a size");
+            Check.equal(0L, probe_vector_get(sized, null, 2), "its elements are zero");
+            probe_vector_reserve(v, null, 16L);
+            Check.that(probe_vector_capacity(v, null) >= 16L, "reserve grows the capacity");
+            probe_vector_add(v, null, 0x100000007L);
+            probe_vector_add(v, null, 4294967295L);
+            Check.equal(2L, probe_vector_size(v, null), "two added");
+            Check.equal(7L, probe_vector_get(v, null, 0), "an element keeps its low 32 bits");
+            Check.equal(4294967295L, probe_vector_get(v, null, 1), "and comes back zero-extended");
+            probe_vector_set(v, null, 1, 9L);
+            Check.equal(9L, probe_vector_get(v, null, 1), "set");
+            Check.throwsWith(IndexOutOfBoundsException.class, "vector index out of range",
+                    () -> probe_vector_get(v, null, 2));
+            Check.throwsWith(IndexOutOfBoundsException.class, "vector index out of range",
+                    () -> probe_vector_set(v, null, -1, 1L));
+
+            Check.equal(2, probe_subject_fill_vector(s, null, v, null, 2), "filled by the native side");
+            Check.equal(4294967281L, probe_vector_get(v, null, 1), "what the native side put in");
+            int before = probe_subject_reached();
+            Check.throwsWith(NullPointerException.class, "std::vector< unsigned int > & reference is null",
+                    () -> probe_subject_fill_vector(s, null, 0L, null, 1));
+            Check.equal(before, probe_subject_reached(), "not reached with a zero vector");
+            probe_vector_clear(v, null);
+            Check.equal(true, probe_vector_isEmpty(v, null), "cleared");
+        } finally {
+            delete_probe_vector(v);
+            delete_probe_vector(sized);
+            delete_probe_subject(s);
+        }
+    }
 }
