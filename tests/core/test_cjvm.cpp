@@ -119,6 +119,15 @@ TEST_F(cjvm, an_exception_thrown_by_release_is_left_for_the_caller) {
     EXPECT_EQ("java.lang.IllegalStateException: release failed", take_exception());
 }
 
+TEST_F(cjvm, release_leaves_the_exception_check_to_its_caller) {
+    // ReleaseJObject does not look for an exception after release(); a caller that goes on without looking
+    // either is what the checked VM warns about, once.
+    expect_jni_warnings(1);
+    jobject releasable = CJvm::CreateJavaObject("jbrg/test/Releasable");
+    CJvm::ReleaseJObject(releasable);
+    jbrg_test::env()->GetObjectClass(releasable);
+}
+
 TEST_F(cjvm, release_of_null_does_nothing) {
     begin_java_stderr();
     CJvm::ReleaseJObject(nullptr);

@@ -19,9 +19,11 @@ std::string console;
 std::string pending_line;
 int warnings = 0;
 
+// A line may carry the VM's other console output before the warning (ExceptionDescribe's "Exception in
+// thread" prefix, whose stack trace goes to System.err), so the warning is looked for anywhere in it.
 bool is_jni_warning(const std::string& line) {
-    return line.rfind("WARNING in native method", 0) == 0 || line.rfind("WARNING: JNI", 0) == 0 ||
-           line.find("JNI local refs") != std::string::npos;
+    return line.find("WARNING in native method") != std::string::npos ||
+           line.find("WARNING: JNI") != std::string::npos;
 }
 
 // The VM's console: copied to standard error and kept, line by line, for the warning count.
