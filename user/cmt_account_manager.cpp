@@ -57,6 +57,7 @@ int cmt_account_manager::remove_all() { return succeeded(store().xsi_pbfs_dept_d
 
 int cmt_account_manager::retrieve_account(cmt_account* account) {
     if (account == nullptr) return kFailed;
+    // The store fills the record that holds the id, so it is given a copy of the id to look up.
     const std::string id = account->get_id();
     return convert_retcode(store().xsi_pbfs_dept_retrieve_hide_dept(id.c_str(), account->get_deptinfo()), kChange);
 }

@@ -24,7 +24,7 @@
 //     terminated inside its field, a mode value the device does not know, a full store.
 //   - Calls log ids as text, modes as numbers, records and out-pointers as pointers.
 //   - The mode getters report their out-value "mode", which force_out can replace.
-#include <climits>
+#include <cstdint>
 #include <cstring>
 #include <initializer_list>
 #include <map>

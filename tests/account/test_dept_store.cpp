@@ -23,21 +23,15 @@ XSI_PBFS_DEPT_DEPTINFO department(const char* id, const char* name) {
 class dept_store : public jbrg_test::bridge_test {
 protected:
     std::string scenario() const override {
-        return R"({"departments": {"capacity": 2, "mix_mode": 1, "limit_action": 2,
+        return R"({"departments": {"capacity": 2, "limit_action": 2,
                    "accounts": [{"id": "1", "name": "One", "reserved": 9, "counters": [5]}]}})";
     }
 };
 
 TEST_F(dept_store, the_scenario_sets_modes_accounts_and_capacity) {
-    XSI_PBFS_DEPT_MIX_MODE mix{};
     XSI_PBFS_DEPT_LIMIT_ACTION action{};
-    XSI_PBFS_DEPT_DEPT_MODE mode{};
-    EXPECT_EQ(XSI_PBFS_DEPT_OK, store().xsi_pbfs_dept_get_mix_mode(&mix));
-    EXPECT_EQ(XSI_PBFS_DEPT_MIX_MODE_TOTAL, mix);
     EXPECT_EQ(XSI_PBFS_DEPT_OK, store().xsi_pbfs_dept_get_limit_action_mode(&action));
     EXPECT_EQ(XSI_PBFS_DEPT_LIMIT_ACTION_WARN, action);
-    EXPECT_EQ(XSI_PBFS_DEPT_OK, store().xsi_pbfs_dept_get_dept_mode(&mode));
-    EXPECT_EQ(XSI_PBFS_DEPT_DEPT_MODE_OFF, mode) << "accounting is off unless the scenario says otherwise";
 
     XSI_PBFS_DEPT_DEPTINFO one{};
     ASSERT_EQ(XSI_PBFS_DEPT_OK, store().xsi_pbfs_dept_retrieve_hide_dept("1", &one));

@@ -1,17 +1,11 @@
 package jbrg.test.account;
 
-/**
- * Reads a department record behind a handle, for the tests: the module itself exposes no accessors. The
- * natives are registered by the C++ side of the account tests.
- */
+/** Reads the department record behind a handle (the module has no accessors); natives registered by C++. */
 public final class DeptRecord {
     private DeptRecord() {}
 
-    /** Index of the word between the restriction and the limit slots, and of the first limit slot. */
-    public static final int RESERVED = 10;
+    /** Index of the first limit slot in words(). */
     public static final int L0 = 11;
-    /** Index of the flags, after the limit slots. */
-    public static final int FLAGS = 21;
 
     /** R0..R9, the word between, L0..L9, the flags: 22 words. */
     public static native int[] words(long deptinfo);
