@@ -1,0 +1,407 @@
+// The job information service: the device's job history, its send and receive lists and its image logs.
+//
+// The "jobinfo" section of the scenario says what the history holds:
+//
+//   "jobinfo": {
+//     "joblogs": [
+//       { "job_log_type": 1, "receipt_id": 12, "job_type": 3, "job_name": "Quote", "user_name": "Ann", ...,
+//         "send":    [ { "category": 0, "destination_name": "Head office", "result": 0, "result_err": 0,
+//                        "fax": { "fax_no": "0312345678", "port_no": 1, "page_number": 3, "time": 42 } },
+//                      { "category": 2, "destination_name": "Ann", "mail": { "mail_address": "ann@example.com" } } ],
+//         "receive": [ { "category": 0, "fax": { "destination_name": "Branch", "fax_no": "0311", "port_no": 2,
+//                                                  "time": 30, "result": 0, "result_err": 0 } } ] } ],
+//     "imagelogs": [ { "image_id": 7, "text": "..." } ]
+//   }
+//
+// A job log entry takes every field of XSI_AIS_JOBINFO_JOBLOG by its name except send_num and receive_num,
+// which the device counts from the entry's lists; a send or receive record takes its fields by name and its
+// detail as objects named fax, i_fax, mail and pc. Left-out fields are 0 or empty. Enumerated fields are
+// given as numbers; job_log_type must be one of the four logs. Entries are keyed by (job_log_type,
+// receipt_id) and image logs by image_id, each at most once. Unknown keys, wrong types, numbers out of range
+// and texts longer than their field are refused.
+//
+// Behaviour worth knowing when reading the bridge against it:
+//   - A job log entry is found by receipt id and log: another log's entry with the same receipt id is a
+//     different entry. An unknown entry or image log gives XSI_AIS_JOBINFO_NOT_FOUND; a log type that is not
+//     one of the four gives XSI_AIS_JOBINFO_PARAM_ERROR.
+//   - There is one send list and one receive list at a time. Creating one copies the entry's records; a
+//     second create while the list is open gives XSI_AIS_JOBINFO_LIMIT. Each get hands out the next record;
+//     after the last, XSI_AIS_JOBINFO_NO_HIT. Get or delete without an open list: XSI_AIS_JOBINFO_PARAM_ERROR.
+//     A scenario load drops open lists.
+//   - Deleting an image log removes it; reading it afterwards gives XSI_AIS_JOBINFO_NOT_FOUND.
+//   - Out records are cleared to zero on every call that is not forced, and filled only on success; the text
+//     out of retrieve_imagelog is emptied the same way. The out-value "text" of retrieve_imagelog can be forced.
+//   - Every call logs its parameters in order: numbers in decimal, records and the text out as pointers.
+#include <algorithm>
+#include <cstring>
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "jbrg_sim/control.h"
+#include "sim.h"
+#include "xsi_ais_jobinfo.h"
+
+namespace {
+
+using json = nlohmann::json;
+
+// ---- The scenario's "jobinfo" section -------------------------------------------------------------------
+
+[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario jobinfo: " + what); }
+
+void only_keys(const json& object, std::initializer_list<const char*> keys, const std::string& where) {
+    if (!object.is_object()) bad(where + " must be an object");
+    for (const auto& item : object.items()) {
+        if (std::none_of(keys.begin(), keys.end(), [&](const char* k) { return item.key() == k; })) {
+            bad("unknown key \"" + item.key() + "\" in " + where);
+        }
+    }
+}
+
+long long integer(const json& object, const char* key, long long low, long long high, const std::string& where) {
+    if (!object.contains(key)) return 0;
+    const json& v = object.at(key);
+    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
+    long long n = v.get<long long>();
+    if (n < low || n > high) bad(where + "." + key + " is out of range");
+    return n;
+}
+
+dev_ulong ulong_of(const json& object, const char* key, const std::string& where) {
+    return static_cast<dev_ulong>(integer(object, key, 0, UINT32_MAX, where));
+}
+
+template <class E>
+E enum_of(const json& object, const char* key, const std::string& where) {
+    return static_cast<E>(integer(object, key, INT32_MIN, INT32_MAX, where));
+}
+
+// A text field of capacity N: refused when the text and its terminating zero do not fit.
+template <std::size_t N>
+void text_of(const json& object, const char* key, char (&field)[N], const std::string& where) {
+    std::memset(field, 0, N);
+    if (!object.contains(key)) return;
+    const json& v = object.at(key);
+    if (!v.is_string()) bad(where + "." + key + " must be a string");
+    const std::string& text = v.get_ref<const std::string&>();
+    if (text.size() >= N) bad(where + "." + key + " is longer than " + std::to_string(N - 1) + " bytes");
+    std::memcpy(field, text.data(), text.size());
+}
+
+// The detail object `key` of a record, or an empty object when it is left out.
+const json& detail_of(const json& object, const char* key, std::initializer_list<const char*> keys,
+                      const std::string& where) {
+    static const json none = json::object();
+    if (!object.contains(key)) return none;
+    only_keys(object.at(key), keys, where + "." + key);
+    return object.at(key);
+}
+
+XSI_AIS_JOBINFO_SEND_INFO parse_send(const json& s, const std::string& where) {
+    only_keys(s, {"category", "destination_name", "result", "result_err", "fax", "i_fax", "mail", "pc"}, where);
+    XSI_AIS_JOBINFO_SEND_INFO info{};
+    info.category = enum_of<XSI_AIS_JOBINFO_SEND_CATEGORY_VAL>(s, "category", where);
+    text_of(s, "destination_name", info.destination_name, where);
+    info.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(s, "result", where);
+    info.result_err = ulong_of(s, "result_err", where);
+    const json& fax = detail_of(s, "fax", {"fax_no", "port_no", "page_number", "time"}, where);
+    text_of(fax, "fax_no", info.detail.fax.fax_no, where + ".fax");
+    info.detail.fax.port_no = ulong_of(fax, "port_no", where + ".fax");
+    info.detail.fax.page_number = ulong_of(fax, "page_number", where + ".fax");
+    info.detail.fax.time = ulong_of(fax, "time", where + ".fax");
+    text_of(detail_of(s, "i_fax", {"i_fax_address"}, where), "i_fax_address", info.detail.i_fax.i_fax_address,
+            where + ".i_fax");
+    text_of(detail_of(s, "mail", {"mail_address"}, where), "mail_address", info.detail.mail.mail_address,
+            where + ".mail");
+    text_of(detail_of(s, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name, where + ".pc");
+    return info;
+}
+
+XSI_AIS_JOBINFO_RECEIVE_INFO parse_receive(const json& r, const std::string& where) {
+    only_keys(r, {"category", "fax", "i_fax", "mail", "pc"}, where);
+    XSI_AIS_JOBINFO_RECEIVE_INFO info{};
+    info.category = enum_of<XSI_AIS_JOBINFO_RECEIVE_CATEGORY_VAL>(r, "category", where);
+    const json& fax =
+        detail_of(r, "fax", {"destination_name", "fax_no", "port_no", "time", "result", "result_err"}, where);
+    text_of(fax, "destination_name", info.detail.fax.destination_name, where + ".fax");
+    text_of(fax, "fax_no", info.detail.fax.fax_no, where + ".fax");
+    info.detail.fax.port_no = ulong_of(fax, "port_no", where + ".fax");
+    info.detail.fax.time = ulong_of(fax, "time", where + ".fax");
+    info.detail.fax.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(fax, "result", where + ".fax");
+    info.detail.fax.result_err = ulong_of(fax, "result_err", where + ".fax");
+    text_of(detail_of(r, "i_fax", {"i_fax_address"}, where), "i_fax_address", info.detail.i_fax.i_fax_address,
+            where + ".i_fax");
+    text_of(detail_of(r, "mail", {"mail_address"}, where), "mail_address", info.detail.mail.mail_address,
+            where + ".mail");
+    text_of(detail_of(r, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name, where + ".pc");
+    return info;
+}
+
+bool known_log(long long type) {
+    return type >= XSI_AIS_JOBINFO_JOBLOG_TYPE_PRINT && type <= XSI_AIS_JOBINFO_JOBLOG_TYPE_STORE;
+}
+
+// One job log entry with its records.
+struct entry {
+    XSI_AIS_JOBINFO_JOBLOG log{};
+    std::vector<XSI_AIS_JOBINFO_SEND_INFO> sends;
+    std::vector<XSI_AIS_JOBINFO_RECEIVE_INFO> receives;
+};
+
+using entry_key = std::pair<int32_t, dev_ulong>;  // (log, receipt id)
+
+struct history {
+    std::map<entry_key, entry> entries;
+    std::map<dev_ulong, std::string> images;
+};
+
+entry parse_entry(const json& j, const std::string& where) {
+    only_keys(j,
+              {"job_log_type", "receipt_id", "job_type", "job_name", "user_name", "login_name", "domain", "dept_code",
+               "dept_name", "start_time", "end_time", "received_time", "total_time", "result", "result_err",
+               "input_attribute", "output_attribute", "scan_type", "print_color_mode", "copies", "completed_copies",
+               "original_page_number", "total_page_number", "print_completion_page_number", "send", "receive"},
+              where);
+    entry e;
+    XSI_AIS_JOBINFO_JOBLOG& l = e.log;
+    if (!known_log(integer(j, "job_log_type", INT32_MIN, INT32_MAX, where))) bad(where + ".job_log_type is no log");
+    l.job_log_type = enum_of<XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL>(j, "job_log_type", where);
+    l.receipt_id = ulong_of(j, "receipt_id", where);
+    l.job_type = enum_of<XSI_AIS_JOBINFO_JOB_TYPE_VAL>(j, "job_type", where);
+    text_of(j, "job_name", l.job_name, where);
+    text_of(j, "user_name", l.user_name, where);
+    text_of(j, "login_name", l.login_name, where);
+    text_of(j, "domain", l.domain, where);
+    text_of(j, "dept_code", l.dept_code, where);
+    text_of(j, "dept_name", l.dept_name, where);
+    l.start_time = ulong_of(j, "start_time", where);
+    l.end_time = ulong_of(j, "end_time", where);
+    l.received_time = ulong_of(j, "received_time", where);
+    l.total_time = ulong_of(j, "total_time", where);
+    l.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(j, "result", where);
+    l.result_err = ulong_of(j, "result_err", where);
+    l.input_attribute = ulong_of(j, "input_attribute", where);
+    l.output_attribute = ulong_of(j, "output_attribute", where);
+    l.scan_type = enum_of<XSI_AIS_JOBINFO_SCAN_TYPE_VAL>(j, "scan_type", where);
+    l.print_color_mode = enum_of<XSI_AIS_JOBINFO_COLOR_MODE_VAL>(j, "print_color_mode", where);
+    l.copies = ulong_of(j, "copies", where);
+    l.completed_copies = ulong_of(j, "completed_copies", where);
+    l.original_page_number = ulong_of(j, "original_page_number", where);
+    l.total_page_number = ulong_of(j, "total_page_number", where);
+    l.print_completion_page_number = ulong_of(j, "print_completion_page_number", where);
+    for (const char* list : {"send", "receive"}) {
+        if (j.contains(list) && !j.at(list).is_array()) bad(where + "." + list + " must be a list");
+    }
+    if (j.contains("send")) {
+        for (const json& s : j.at("send")) {
+            e.sends.push_back(parse_send(s, where + ".send[" + std::to_string(e.sends.size()) + "]"));
+        }
+    }
+    if (j.contains("receive")) {
+        for (const json& r : j.at("receive")) {
+            e.receives.push_back(parse_receive(r, where + ".receive[" + std::to_string(e.receives.size()) + "]"));
+        }
+    }
+    // The entry counts its own records.
+    l.send_num = static_cast<dev_ulong>(e.sends.size());
+    l.receive_num = static_cast<dev_ulong>(e.receives.size());
+    return e;
+}
+
+history parse(const json& scenario) {
+    history h;
+    const json none = json::object();
+    const json& s = scenario.contains("jobinfo") ? scenario.at("jobinfo") : none;
+    only_keys(s, {"joblogs", "imagelogs"}, "jobinfo");
+    if (s.contains("joblogs")) {
+        if (!s.at("joblogs").is_array()) bad("joblogs must be a list");
+        for (const json& j : s.at("joblogs")) {
+            entry e = parse_entry(j, "joblog " + std::to_string(h.entries.size()));
+            entry_key key{e.log.job_log_type, e.log.receipt_id};
+            if (h.entries.count(key) != 0) {
+                bad("receipt id " + std::to_string(key.second) + " is defined twice in log " +
+                    std::to_string(key.first));
+            }
+            h.entries.emplace(key, std::move(e));
+        }
+    }
+    if (s.contains("imagelogs")) {
+        if (!s.at("imagelogs").is_array()) bad("imagelogs must be a list");
+        for (const json& i : s.at("imagelogs")) {
+            only_keys(i, {"image_id", "text"}, "an image log");
+            if (!i.contains("image_id")) bad("an image log has no image_id");
+            dev_ulong id = ulong_of(i, "image_id", "image log");
+            std::string where = "image log " + std::to_string(id);
+            if (i.contains("text") && !i.at("text").is_string()) bad(where + ".text must be a string");
+            if (h.images.count(id) != 0) bad(where + " is defined twice");
+            h.images[id] = i.contains("text") ? i.at("text").get<std::string>() : std::string();
+        }
+    }
+    return h;
+}
+
+// ---- The service -----------------------------------------------------------------------------------------
+
+// An open list: the records copied when it was created, and the next one to hand out.
+template <class R>
+struct open_list {
+    std::vector<R> records;
+    std::size_t next = 0;
+};
+
+class jobinfo_service final : public jbrg_sim::service {
+public:
+    // Under the device lock (as every member below).
+    void load(const json& scenario) override {
+        history next = parse(scenario);
+        history_ = std::move(next);
+        send_list.reset();
+        receive_list.reset();
+    }
+
+    // The entry of `receipt_id` in log `type`, or the failure that answers the lookup.
+    PLAT_RESULT find(unsigned int receipt_id, XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type, const entry*& found) const {
+        if (!known_log(type)) return XSI_AIS_JOBINFO_PARAM_ERROR;
+        auto e = history_.entries.find({type, receipt_id});
+        if (e == history_.entries.end()) return XSI_AIS_JOBINFO_NOT_FOUND;
+        found = &e->second;
+        return XSI_AIS_JOBINFO_OK;
+    }
+
+    std::map<dev_ulong, std::string>& images() { return history_.images; }
+
+    std::optional<open_list<XSI_AIS_JOBINFO_SEND_INFO>> send_list;
+    std::optional<open_list<XSI_AIS_JOBINFO_RECEIVE_INFO>> receive_list;
+
+private:
+    history history_;
+};
+
+jobinfo_service& jobinfo() {
+    static jobinfo_service* s = new jobinfo_service;
+    return *s;
+}
+// Registers the service with the device when the library is loaded.
+[[maybe_unused]] const jobinfo_service& registered = jobinfo();
+
+const void* ptr(const void* p) { return p; }
+
+template <class R>
+PLAT_RESULT create_list(std::optional<open_list<R>>& list, unsigned int receipt_id,
+                        XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type, std::vector<R> entry::*records) {
+    if (list) return XSI_AIS_JOBINFO_LIMIT;
+    const entry* e = nullptr;
+    if (PLAT_RESULT r = jobinfo().find(receipt_id, type, e); r != XSI_AIS_JOBINFO_OK) return r;
+    list.emplace();
+    list->records = e->*records;
+    return XSI_AIS_JOBINFO_OK;
+}
+
+template <class R>
+PLAT_RESULT next_record(std::optional<open_list<R>>& list, R& out) {
+    out = R{};
+    if (!list) return XSI_AIS_JOBINFO_PARAM_ERROR;
+    if (list->next >= list->records.size()) return XSI_AIS_JOBINFO_NO_HIT;
+    out = list->records[list->next++];
+    return XSI_AIS_JOBINFO_OK;
+}
+
+template <class R>
+PLAT_RESULT end_list(std::optional<open_list<R>>& list) {
+    if (!list) return XSI_AIS_JOBINFO_PARAM_ERROR;
+    list.reset();
+    return XSI_AIS_JOBINFO_OK;
+}
+
+}  // namespace
+
+xsi_ais_jobinfo_facade* xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance() {
+    static xsi_ais_jobinfo_facade* instance = new xsi_ais_jobinfo_facade;
+    return instance;
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_joblog(unsigned int receipt_id,
+                                                                    XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type,
+                                                                    XSI_AIS_JOBINFO_JOBLOG& log) {
+    jbrg_sim::op call("xsi_ais_jobinfo_retrieve_joblog", receipt_id, type, ptr(&log));
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    log = XSI_AIS_JOBINFO_JOBLOG{};
+    const entry* e = nullptr;
+    if (PLAT_RESULT r = jobinfo().find(receipt_id, type, e); r != XSI_AIS_JOBINFO_OK) return r;
+    log = e->log;
+    return XSI_AIS_JOBINFO_OK;
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_create_send_info_list(unsigned int receipt_id,
+                                                                          XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type) {
+    jbrg_sim::op call("xsi_ais_jobinfo_create_send_info_list", receipt_id, type);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return create_list(jobinfo().send_list, receipt_id, type, &entry::sends);
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_send_info(XSI_AIS_JOBINFO_SEND_INFO& info) {
+    jbrg_sim::op call("xsi_ais_jobinfo_get_send_info", ptr(&info));
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return next_record(jobinfo().send_list, info);
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_send_info_list() {
+    jbrg_sim::op call("xsi_ais_jobinfo_delete_send_info_list");
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return end_list(jobinfo().send_list);
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_create_receive_info_list(unsigned int receipt_id,
+                                                                             XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type) {
+    jbrg_sim::op call("xsi_ais_jobinfo_create_receive_info_list", receipt_id, type);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return create_list(jobinfo().receive_list, receipt_id, type, &entry::receives);
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_receive_info(XSI_AIS_JOBINFO_RECEIVE_INFO& info) {
+    jbrg_sim::op call("xsi_ais_jobinfo_get_receive_info", ptr(&info));
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return next_record(jobinfo().receive_list, info);
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_receive_info_list() {
+    jbrg_sim::op call("xsi_ais_jobinfo_delete_receive_info_list");
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return end_list(jobinfo().receive_list);
+}
+
+// Out "text": the image log's text.
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_imagelog(dev_ulong image_id, std::string& text) {
+    jbrg_sim::op call("xsi_ais_jobinfo_retrieve_imagelog", image_id, ptr(&text));
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    text.clear();
+    auto& images = jobinfo().images();
+    auto image = images.find(image_id);
+    PLAT_RESULT result = XSI_AIS_JOBINFO_NOT_FOUND;
+    if (image != images.end()) {
+        text = image->second;
+        result = XSI_AIS_JOBINFO_OK;
+    }
+    call.out("text", &text);
+    return result;
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_imagelog(dev_ulong image_id) {
+    jbrg_sim::op call("xsi_ais_jobinfo_delete_imagelog", image_id);
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    return jobinfo().images().erase(image_id) != 0 ? XSI_AIS_JOBINFO_OK : XSI_AIS_JOBINFO_NOT_FOUND;
+}
