@@ -2,7 +2,7 @@ package jbrg.test.joblog;
 
 import static jbrg.test.Check.equal;
 import static jbrg.test.Check.throwsWith;
-import static orvane.qsf.wrapper.job.log.qsf_fnd_job_logJNI.*;
+import static orvane.qsf.wrapper.job_log.qsf_fnd_job_logJNI.*;
 
 /**
  * The job log module as a Java application uses it, against the device history of the suite's scenario:
