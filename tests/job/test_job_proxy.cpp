@@ -9,6 +9,7 @@
 
 #include "bridge_test.h"
 #include "cjvm.h"
+#include "job_scenario.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"
 #include "qsf_fnd_job_proxy.h"
@@ -22,26 +23,6 @@ using ::testing::SizeIs;
 using jbrg_test::traces_containing;
 using orvane::qsf_fnd_job_proxy;
 
-// The device every test of the job module starts with.
-constexpr const char* kJobScenario = R"({
-  "job": {
-    "defaults": {"copies": 2, "file_name": "scan"},
-    "disable_info": {"color_mode": 18, "file_format": 65535},
-    "main_message": {"main_msg_1": 301, "main_msg_3": 7, "msg_detail_filename": "toner.txt", "msg_detail_info": 9},
-    "scan_pages": ["page one", "second page!"],
-    "scan_chunk": 5,
-    "prohibited_categories": [4],
-    "ocr": [
-      {"kind": "page", "page_no": 1, "sheet_width": 4960, "sheet_height": 7016, "page_block_num": 2, "block_num": 1,
-       "rect": [10, 20, 300, 40], "line_num": 1},
-      {"kind": "page", "page_no": 1, "block_num": 2, "line_num": 1},
-      {"kind": "line", "page_no": 1, "block_no": 1, "line_no": 1, "rect": [10, 20, 120, 40], "text": "Invoice"},
-      {"kind": "page", "page_no": 2, "block_num": 1, "line_num": 1},
-      {"kind": "line", "page_no": 2, "block_no": 2, "line_no": 3, "rect": [5, 6, 7, 8], "text": "Total 42"}
-    ]
-  }
-})";
-
 // Job result codes the tests name.
 constexpr int kOk = 0;
 constexpr int kError = 1;
@@ -49,7 +30,7 @@ constexpr int kParamError = 8;
 
 class job_proxy : public jbrg_test::bridge_test {
 protected:
-    std::string scenario() const override { return kJobScenario; }
+    std::string scenario() const override { return jbrg_test::kJobScenario; }
 
     void SetUp() override {
         bridge_test::SetUp();
