@@ -507,9 +507,13 @@ int qsf_fnd_job_proxy::write_stream_data(unsigned int user_job_id, dev_ulong dat
                                          XSI_AIS_JOB_STREAM_STATE state) {
     JBRG_TRACE("[Start]. user_job_id = [%d], data_size = [%lu], state = [%d].", d(user_job_id), dev_lx(data_size),
                static_cast<int>(state));
-    // The transfer record comes from the platform's partition, which the job service reads it from. The
-    // allocation is not checked, as the partition of a running device always has the record's room.
+    // The transfer record comes from the platform's partition, which the job service reads it from. An
+    // exhausted partition sends nothing and answers the catch-all failure rather than writing through null.
     auto* record = static_cast<XSI_AIS_JOB_WRITE_STREAM_DATA*>(emwOSWSubAllocMem(sizeof(XSI_AIS_JOB_WRITE_STREAM_DATA)));
+    if (record == nullptr) {
+        JBRG_TRACE("[End] ret_code=%ld", dev_ld(kJobError));
+        return kJobError;
+    }
     record->data_size = data_size;
     record->stream_state = static_cast<dev_ulong>(state);
     // The size is the caller's to keep within one record and reaches the platform as given; the copy never

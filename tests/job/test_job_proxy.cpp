@@ -418,6 +418,12 @@ TEST_F(job_proxy, stream_chunks_travel_in_a_platform_record_that_is_given_back) 
     EXPECT_EQ(kParamError, proxy.write_stream_data(other.user_job, 20000, first.data(), XSI_AIS_JOB_STREAM_CONTINUE));
     EXPECT_EQ(0u, jbrg_sim::blocks_in_use());
     EXPECT_EQ(15, proxy.write_stream_data(4242, 4, last, XSI_AIS_JOB_STREAM_END)) << "no such user job";
+
+    // An exhausted partition sends nothing and answers the catch-all failure.
+    jbrg_sim::force_result("emwOSWSubAllocMem", 1);
+    jbrg_sim::clear_calls();
+    EXPECT_EQ(1, proxy.write_stream_data(other.user_job, 4, last, XSI_AIS_JOB_STREAM_END));
+    EXPECT_TRUE(jbrg_sim::calls_of("xsi_ais_job_write_stream_data").empty());
 }
 
 TEST_F(job_proxy, scan_data_arrives_as_byte_arrays_chunk_by_chunk_and_null_on_failure) {

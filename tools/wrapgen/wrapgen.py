@@ -115,6 +115,7 @@ class Param:
     type: Type
     name: str            # the parameter's name, or a marker: OUTPUT, INOUT
     array: bool = False  # written `name[]`: an input array
+    bound: str = ''      # written `name[size]`: an input array that must hold at least `size` elements
 
 
 @dataclasses.dataclass
@@ -408,8 +409,11 @@ class Parser:
         while self.peek() != ')':
             words = self.type_tokens_until(',', ')', '[')
             array = False
+            bound = ''
             if self.peek() == '[':
                 self.take('[')
+                if self.peek() != ']':
+                    bound = self.ident()
                 self.take(']')
                 array = True
             name = ''
@@ -419,7 +423,7 @@ class Parser:
                 name = words.pop()
             if words == ['void'] and not name:
                 break
-            out.append(Param(self.make_type(words), name, array))
+            out.append(Param(self.make_type(words), name, array, bound))
             if self.peek() == ',':
                 self.take(',')
         self.take(')')
@@ -523,7 +527,7 @@ class Generator:
 
     # -- argument conversion: returns (JNI params, statements before the call, call expression,
     #    statements after the call)
-    def convert_param(self, p: Param, n: int, line: int):
+    def convert_param(self, p: Param, n: int, line: int, named: Optional[Dict[str, str]] = None):
         t = p.type
         k = self.k
         j = f'jarg{n}'
@@ -543,6 +547,10 @@ class Generator:
             jt = JAVA_ARRAY[s.jni]
             pre.append(f'::jbrg::wrap::array_arg<{s.cxx}, {s.jni}> {a}(jenv, {j});')
             pre.append(f'if (!{a}) return jresult;')
+            if p.bound:
+                if not named or p.bound not in named:
+                    raise k.error(line, f'the size "{p.bound}" of "{p.name}[]" is not an earlier parameter')
+                pre.append(f'if (!{a}.covers({named[p.bound]})) return jresult;')
             post.append(f'{a}.store();')
             return [(jt, j, s.java + '[]')], pre, f'{a}.get()', post
         if marker == 'OUTPUT' and (s or e) and (t.pointer or t.reference):
@@ -632,8 +640,11 @@ class Generator:
             body.append(f'auto* self = ::orvane::from_handle<{self_type}>(jarg1);')
             body.append('if (self == nullptr) return jresult;')
             n = 2
+        named: Dict[str, str] = {}
         for p in params:
-            jp, pre, expr, after = self.convert_param(p, n, line)
+            jp, pre, expr, after = self.convert_param(p, n, line, named)
+            if p.name:
+                named[p.name] = expr
             jparams += jp
             body += pre
             post += after

@@ -156,6 +156,13 @@ array_arg<C, J>::~array_arg() {
 }
 
 template <class C, class J>
+bool array_arg<C, J>::covers(unsigned long long count) {
+    if (static_cast<unsigned long long>(jenv_->GetArrayLength(input_)) >= count) return true;
+    throw_java(jenv_, IndexOutOfBoundsException, "incorrect array size");
+    return false;
+}
+
+template <class C, class J>
 void array_arg<C, J>::store() {
     array_argout<C, J>(jenv_, jarr_, carr_, input_);
     jarr_ = nullptr;

@@ -169,6 +169,9 @@ public:
     array_arg& operator=(const array_arg&) = delete;
     explicit operator bool() const { return ok_; }
     C* get() const { return carr_; }
+    // An array that must hold at least `count` elements (`name[size]`): a shorter one throws
+    // IndexOutOfBoundsException "incorrect array size", so that the callee never reads past it.
+    bool covers(unsigned long long count);
     void store();
 
 private:

@@ -64,6 +64,9 @@ public final class JobModule {
                     () -> qsf_fnd_job_proxy_combine_document(p, null, 1L, 0L, null));
             throwsWith(NullPointerException.class, "null array",
                     () -> qsf_fnd_job_proxy_write_stream_data(p, null, 2001L, 4L, null, 1));
+            // A size beyond the array given would have the record filled from past its end.
+            throwsWith(IndexOutOfBoundsException.class, "incorrect array size",
+                    () -> qsf_fnd_job_proxy_write_stream_data(p, null, 2001L, 5L, new byte[4], 1));
             // A zero proxy handle reaches nothing.
             equal(0, qsf_fnd_job_proxy_cancel__SWIG_0(0L, null, 7L), "cancel through a zero handle");
             equal(null, qsf_fnd_job_proxy_get_value__SWIG_1(0L, null, 1L, FILE_NAME), "text through a zero handle");
