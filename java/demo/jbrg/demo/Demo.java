@@ -1,23 +1,52 @@
 package jbrg.demo;
 
+import java.util.ArrayList;
+import orvane.qsf.user.UserImpl;
+import orvane.qsf.wrapper.job.qsf_fnd_job_moduleJNI;
 import orvane.qsf.wrapper.system.cmt_commonJNI;
+import orvane.qsf.wrapper.user.qsf_fnd_userJNI;
 
 /**
- * A Java application's first steps on the device: load the bridge, bring it up, and read times through it.
- * Run with JBRG_TRACE=1 to see the bridge's trace lines on standard error.
+ * A Java application's typical request on the device: bring the bridge up, log a user in, build a job that
+ * scans and sends by e-mail, create and start it, and log out. Run with JBRG_TRACE=1 to see the bridge's
+ * trace lines on standard error.
  */
 public final class Demo {
+    // Values of the device's job service and authentication service.
+    private static final int AUTH_MODE_LOCAL = 1;
+    private static final int CATEGORY_SEND = 3;
+    private static final int SETTING_RESOLUTION = 5;
+    private static final int SETTING_MAIL_SUBJECT = 11;
+    private static final int ADDRESS_MAIL = 3;
+    private static final int MAIL_TO = 0;
+    private static final int KIND_ALL = 0;
+
     private Demo() {}
+
+    private static void check(String step, int result) {
+        System.out.printf("  %-40s result %d%n", step, result);
+        if (result != 0) {
+            throw new IllegalStateException(step + " failed with " + result);
+        }
+    }
 
     public static void main(String[] args) {
         System.loadLibrary("jbrgCMT");
-        System.out.println("libjbrgCMT loaded");
-
         long init = cmt_commonJNI.new_cmt_init();
         cmt_commonJNI.cmt_init_init(init, null);
         cmt_commonJNI.delete_cmt_init(init);
         System.out.println("bridge initialised: Java VM found, platform service clients and storage started");
 
+        times();
+        users();
+        scanToEmail();
+    }
+
+    private static String value(orvane.user.attribute.UserAttribute attribute) {
+        return attribute == null ? "-" : attribute.getValue();
+    }
+
+    private static void times() {
         System.out.println();
         System.out.println("cmt_time of a few instants (UTC calendar fields):");
         long[] instants = {0L, 86399L, 1709208000L, 2147483647L, 2147483648L, 0x100000000L + 86399L};
@@ -31,10 +60,90 @@ public final class Demo {
         }
         System.out.println("  (2147483648 is before 1970 as the device's signed 32-bit time and keeps the epoch;");
         System.out.println("   a Java long keeps its low 32 bits, so 4295053695 reads as 86399)");
-
         long now = cmt_commonJNI.new_cmt_time__SWIG_0();
-        System.out.printf("%nlocal zone now: daylight saving %d, GMT offset %d s%n",
+        System.out.printf("  local zone now: daylight saving %d, GMT offset %d s%n",
                 cmt_commonJNI.cmt_time_getDaylightTime(now, null), cmt_commonJNI.cmt_time_getGMToffset(now, null));
         cmt_commonJNI.delete_cmt_time(now);
+    }
+
+    private static void users() {
+        System.out.println();
+        System.out.println("local users of the device:");
+        long auth = qsf_fnd_userJNI.new_qsf_fnd_authentication();
+        ArrayList<Object> list = new ArrayList<>();
+        check("get_local_user_list", qsf_fnd_userJNI.qsf_fnd_authentication_get_local_user_list(auth, null, list));
+        for (Object o : list) {
+            UserImpl user = (UserImpl) o;
+            System.out.printf("    %-8s %-14s %-20s %s%n", value(user.getLoginName()), value(user.getUserName()),
+                    value(user.getMailAddress()), value(user.getAccessLevel()));
+        }
+        qsf_fnd_userJNI.delete_qsf_fnd_authentication(auth);
+    }
+
+    private static void scanToEmail() {
+        System.out.println();
+        System.out.println("scan to e-mail on behalf of alice:");
+        long auth = qsf_fnd_userJNI.new_qsf_fnd_authentication();
+        long cert = qsf_fnd_userJNI.new_QSF_FND_CERTIFICATE_ID();
+        long jobs = qsf_fnd_job_moduleJNI.new_qsf_fnd_job_proxy();
+        long info = qsf_fnd_job_moduleJNI.new_XSI_AIS_JOB_SEND_INFO();
+        try {
+            check("login alice",
+                    qsf_fnd_userJNI.qsf_fnd_authentication_login__SWIG_0(auth, null, "alice", "wonder",
+                            AUTH_MODE_LOCAL, cert, null));
+            long certId = qsf_fnd_userJNI.QSF_FND_CERTIFICATE_ID_id_get(cert, null);
+            System.out.printf("    certificate id %d%n", certId);
+
+            long[] handler = {0};
+            check("generate_jobinfo (send, with certificate)",
+                    qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_generate_jobinfo__SWIG_0(jobs, null, CATEGORY_SEND,
+                            handler, certId));
+            System.out.printf("    handler id %d%n", handler[0]);
+            check("set_value resolution 300",
+                    qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_set_value__SWIG_2(jobs, null, handler[0],
+                            SETTING_RESOLUTION, 300L));
+            check("set_value mail subject",
+                    qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_set_value__SWIG_1(jobs, null, handler[0],
+                            SETTING_MAIL_SUBJECT, "Scanned from the device"));
+
+            qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_address_type_set(info, null, ADDRESS_MAIL);
+            long detail = qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_detail_get(info, null);
+            long mail = qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_DETAIL_mail_info_get(detail, null);
+            qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_MAIL_address_type_set(mail, null, MAIL_TO);
+            qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_MAIL_mail_address_set(mail, null, "alice@example.com");
+            long[] address = {0};
+            check("add_send_address alice@example.com",
+                    qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_add_send_address(jobs, null, handler[0], address, info,
+                            null));
+            System.out.printf("    address id %d%n", address[0]);
+
+            long[] service = {0};
+            check("create_job",
+                    qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_create_job(jobs, null, CATEGORY_SEND, handler[0],
+                            service));
+            System.out.printf("    service id %d%n", service[0]);
+            long[] userJob = {0};
+            check("start", qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_start(jobs, null, service[0], userJob));
+            System.out.printf("    user job id %d%n", userJob[0]);
+
+            long ids = qsf_fnd_job_moduleJNI.new_vectorl__SWIG_0();
+            check("get_job_list", qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_get_job_list(jobs, null, KIND_ALL, ids,
+                    null));
+            StringBuilder listed = new StringBuilder();
+            for (int i = 0; i < qsf_fnd_job_moduleJNI.vectorl_size(ids, null); i++) {
+                listed.append(' ').append(qsf_fnd_job_moduleJNI.vectorl_get(ids, null, i));
+            }
+            System.out.println("    jobs on the device:" + listed);
+            qsf_fnd_job_moduleJNI.delete_vectorl(ids);
+
+            check("logout", qsf_fnd_userJNI.qsf_fnd_authentication_logout(auth, null, certId));
+            System.out.printf("  a second logout of the same certificate: result %d (invalid certificate)%n",
+                    qsf_fnd_userJNI.qsf_fnd_authentication_logout(auth, null, certId));
+        } finally {
+            qsf_fnd_job_moduleJNI.delete_XSI_AIS_JOB_SEND_INFO(info);
+            qsf_fnd_job_moduleJNI.delete_qsf_fnd_job_proxy(jobs);
+            qsf_fnd_userJNI.delete_QSF_FND_CERTIFICATE_ID(cert);
+            qsf_fnd_userJNI.delete_qsf_fnd_authentication(auth);
+        }
     }
 }
