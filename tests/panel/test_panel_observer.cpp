@@ -1,0 +1,146 @@
+// The panel observer on the panel's own IPC thread: what reaches Java and what the panel gets back.
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bridge_test.h"
+#include "jbrg_sim/control.h"
+#include "jbrg_sim/panel.h"
+#include "qsf_fnd_panel_observer.h"
+#include "xsi_pbfs_panel.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr int32_t kObserverFailure = static_cast<int32_t>(0xC1010706u);
+
+class panel_observer : public jbrg_test::bridge_test {
+protected:
+    void SetUp() override {
+        bridge_test::SetUp();
+        call_proxy("clear", "()V");
+    }
+
+    void TearDown() override {
+        // Observers are unregistered and deleted on a platform thread: deletion detaches the thread it runs on.
+        for (auto& o : observers_) {
+            xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_remove_observer(o.get());
+            qsf_fnd_panel_observer* raw = o.release();
+            jbrg_sim::deliver_on_new_thread([raw] {
+                delete raw;
+                return 0;
+            });
+        }
+        observers_.clear();
+        bridge_test::TearDown();
+    }
+
+    // A new observer, registered with the panel; its init() runs on the panel's thread when `initialise`.
+    qsf_fnd_panel_observer* observer(bool initialise) {
+        observers_.push_back(std::make_unique<qsf_fnd_panel_observer>());
+        qsf_fnd_panel_observer* o = observers_.back().get();
+        if (initialise) EXPECT_EQ(jbrg_sim::deliver("panel", [o] { return o->init(); }), 0);
+        EXPECT_EQ(xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_add_observer(o), 0);
+        return o;
+    }
+
+    jobject call_proxy(const char* method, const char* signature) {
+        JNIEnv* e = jbrg_test::env();
+        jclass cls = e->FindClass("orvane/qsf/controller/event/proxy/PanelProxy");
+        EXPECT_NE(cls, nullptr);
+        if (cls == nullptr) return nullptr;
+        jmethodID mid = e->GetStaticMethodID(cls, method, signature);
+        EXPECT_NE(mid, nullptr);
+        jobject result = nullptr;
+        if (signature[2] == 'V') {
+            e->CallStaticVoidMethod(cls, mid);
+        } else {
+            result = e->CallStaticObjectMethod(cls, mid);
+        }
+        EXPECT_FALSE(e->ExceptionCheck());
+        e->DeleteLocalRef(cls);
+        return result;
+    }
+
+    // What PanelProxy received, oldest first.
+    std::vector<std::string> received() {
+        auto array = static_cast<jobjectArray>(call_proxy("received", "()[Ljava/lang/String;"));
+        std::vector<std::string> out;
+        JNIEnv* e = jbrg_test::env();
+        for (jsize i = 0; array != nullptr && i < e->GetArrayLength(array); ++i) {
+            auto s = static_cast<jstring>(e->GetObjectArrayElement(array, i));
+            out.push_back(text(s));
+            e->DeleteLocalRef(s);
+        }
+        if (array != nullptr) e->DeleteLocalRef(array);
+        return out;
+    }
+
+    std::vector<std::unique_ptr<qsf_fnd_panel_observer>> observers_;
+};
+
+TEST_F(panel_observer, the_automatic_reset_reaches_java_and_the_panel_gets_0) {
+    observer(true);
+    EXPECT_EQ(jbrg_sim::panel::notify_auto_reset(), 0);
+    EXPECT_EQ(jbrg_sim::panel::notify_auto_reset(), 0);
+    EXPECT_THAT(received(), ElementsAre("autoReset", "autoReset"));
+}
+
+TEST_F(panel_observer, the_panel_thread_is_attached_only_while_it_delivers) {
+    observer(true);
+    auto attached = [] {
+        JNIEnv* e = nullptr;
+        return jbrg_test::vm()->GetEnv(reinterpret_cast<void**>(&e), JNI_VERSION_1_6) == JNI_OK ? 1 : 0;
+    };
+    EXPECT_EQ(jbrg_sim::deliver("panel", attached), 0) << "after init";
+    EXPECT_EQ(jbrg_sim::panel::notify_auto_reset(), 0);
+    EXPECT_EQ(jbrg_sim::deliver("panel", attached), 0) << "after an event";
+}
+
+TEST_F(panel_observer, application_start_and_stop_are_answered_by_the_base_and_not_forwarded) {
+    observer(true);
+    EXPECT_EQ(jbrg_sim::panel::notify_appl_start("jp.example.scan"), 0);
+    EXPECT_EQ(jbrg_sim::panel::notify_appl_stop("jp.example.scan"), 0);
+    EXPECT_THAT(received(), IsEmpty());
+}
+
+TEST_F(panel_observer, a_thread_that_cannot_attach_answers_the_failure_code) {
+    observer(false);  // init never ran: there is no VM to attach to
+    EXPECT_EQ(jbrg_sim::panel::notify_auto_reset(), kObserverFailure);
+    EXPECT_THAT(received(), IsEmpty());
+    EXPECT_THAT(jbrg_sim::trace_texts(), IsEmpty()) << "nothing is printed";
+
+    // Beside a working observer, the working one still delivers and the panel hears of the failure.
+    observer(true);
+    EXPECT_EQ(jbrg_sim::panel::notify_auto_reset(), kObserverFailure);
+    EXPECT_THAT(received(), ElementsAre("autoReset"));
+}
+
+TEST_F(panel_observer, registration_is_kept_by_the_panel) {
+    xsi_pbfs_panel_facade* panel = xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance();
+    const std::size_t before = jbrg_sim::panel::observers();
+    qsf_fnd_panel_observer* o = observer(true);
+    EXPECT_EQ(jbrg_sim::panel::observers(), before + 1);
+    EXPECT_EQ(panel->xsi_pbfs_panel_add_observer(o), XSI_PBFS_PANEL_DUPL_OBSERVER);
+
+    EXPECT_EQ(panel->xsi_pbfs_panel_remove_observer(o), 0);
+    EXPECT_EQ(jbrg_sim::panel::observers(), before);
+    EXPECT_EQ(jbrg_sim::panel::notify_auto_reset(), 0);
+    EXPECT_THAT(received(), IsEmpty()) << "a removed observer hears nothing";
+    EXPECT_EQ(panel->xsi_pbfs_panel_remove_observer(o), XSI_PBFS_PANEL_NO_OBSERVER);
+    EXPECT_EQ(panel->xsi_pbfs_panel_add_observer(nullptr), XSI_PBFS_PANEL_PARAM_ERROR);
+}
+
+TEST_F(panel_observer, messages_the_base_cannot_read_are_refused) {
+    observer(true);
+    EXPECT_EQ(jbrg_sim::panel::notify(99, ""), XSI_PBFS_PANEL_PARAM_ERROR);
+    EXPECT_EQ(jbrg_sim::panel::notify(XSI_PBFS_PANEL_MSG_KEY_EVENT, "abc"), XSI_PBFS_PANEL_PARAM_ERROR);
+    EXPECT_EQ(jbrg_sim::panel::notify(XSI_PBFS_PANEL_MSG_KEY_EVENT, std::string(8, '\0')), 0);
+    EXPECT_THAT(received(), IsEmpty());
+}
+
+}  // namespace
