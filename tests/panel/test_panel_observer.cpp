@@ -15,6 +15,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using orvane::qsf_fnd_panel_observer;
 
 constexpr int32_t kObserverFailure = static_cast<int32_t>(0xC1010706u);
 
@@ -43,7 +44,9 @@ protected:
     qsf_fnd_panel_observer* observer(bool initialise) {
         observers_.push_back(std::make_unique<qsf_fnd_panel_observer>());
         qsf_fnd_panel_observer* o = observers_.back().get();
-        if (initialise) EXPECT_EQ(jbrg_sim::deliver("panel", [o] { return o->init(); }), 0);
+        if (initialise) {
+            EXPECT_EQ(jbrg_sim::deliver("panel", [o] { return o->init(); }), 0);
+        }
         EXPECT_EQ(xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_add_observer(o), 0);
         return o;
     }
