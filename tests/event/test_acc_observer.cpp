@@ -253,4 +253,17 @@ TEST_F(acc_observer, the_reader_thread_is_attached_only_for_the_event) {
     EXPECT_THAT(jbrg_test::proxy_received(kAcc), Not(IsEmpty()));
 }
 
+TEST_F(acc_observer, the_reader_refuses_records_of_the_wrong_size_and_unknown_messages) {
+    registration r(true);
+    const char ten[10] = {};
+    EXPECT_EQ(card::send(XDC_COM_STD_MSG_CARD_DETECTED, ten, sizeof ten), static_cast<int32_t>(0xE0010001));
+    EXPECT_EQ(card::send(XDC_COM_STD_MSG_READER_ADDED, nullptr, 0), static_cast<int32_t>(0xE0010001));
+    EXPECT_EQ(card::send(99, nullptr, 0), static_cast<int32_t>(0xE0010001));
+    EXPECT_EQ(card::observers(), 1u);
+    EXPECT_THAT(jbrg_test::proxy_received(kAcc), IsEmpty());
+    auto* facade = xdc_com_std_facade::get_instance();
+    EXPECT_EQ(facade->add_smart_card_observer(r.get()), XDC_COM_STD_NG);
+    EXPECT_EQ(facade->remove_smart_card_observer(nullptr), XDC_COM_STD_NG);
+}
+
 }  // namespace
