@@ -1,0 +1,610 @@
+#include "qsf_fnd_acc_observer.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+
+#include "observer_support.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr const char kAccProxy[] = "orvane/qsf/controller/event/proxy/AccProxy";
+constexpr const char kICCardInfo[] = "orvane/qsf/controller/event/device/ICCardInfo";
+constexpr const char kSystemData[] = "orvane/qsf/controller/event/device/SystemData";
+
+// Java sees a card type as one bit of a byte.
+struct card_type_bit {
+    ENV_AUTH_IC_CARD_TYPE type;
+    jbyte bit;
+};
+constexpr card_type_bit kCardTypeBits[] = {
+    {ENV_AUTH_IC_CARD_TYPE_A, 1},    {ENV_AUTH_IC_CARD_TYPE_B, 2},    {ENV_AUTH_IC_CARD_TYPE_C, 4},
+    {ENV_AUTH_IC_CARD_TYPE_V, 8},    {ENV_AUTH_IC_CARD_TYPE_PROX, 16}, {ENV_AUTH_IC_CARD_TYPE_LEGIC, 32},
+};
+
+// A failed lookup or creation leaves a Java exception: it is printed and cleared so that the event can end.
+void clear_exception(JNIEnv* env) {
+    if (env->ExceptionCheck()) {
+        env->ExceptionDescribe();
+        env->ExceptionClear();
+    }
+}
+
+// The card data, read byte by byte; every read checks what is left.
+bool read_u8(const uint8_t** cursor, dev_ulong* left, unsigned* value) {
+    if (*left < 1) return false;
+    *value = **cursor;
+    *cursor += 1;
+    *left -= 1;
+    return true;
+}
+
+// A 16-bit value of the card data: first byte high.
+bool read_u16(const uint8_t** cursor, dev_ulong* left, unsigned* value) {
+    if (*left < 2) return false;
+    *value = static_cast<unsigned>((*cursor)[0]) * 256u + (*cursor)[1];
+    *cursor += 2;
+    *left -= 2;
+    return true;
+}
+
+}  // namespace
+
+qsf_fnd_acc_observer::qsf_fnd_acc_observer()
+    : reader_info_(),
+      card_info_(),
+      jvm_(nullptr),
+      jnienv_(nullptr),
+      jcls_acc_proxy_(nullptr),
+      jcls_iccard_info_(nullptr),
+      jcls_system_data_(nullptr),
+      mid_fire_iccard_event_(nullptr),
+      mid_fire_iccard_error_event_(nullptr),
+      mid_fire_iccard_device_event_(nullptr) {}
+
+qsf_fnd_acc_observer::~qsf_fnd_acc_observer() {
+    release_classes(jvm_, {&jcls_acc_proxy_, &jcls_iccard_info_, &jcls_system_data_});
+}
+
+bool qsf_fnd_acc_observer::init() {
+    JBRG_TRACE("START");
+    jsize count = 0;
+    if (JNI_GetCreatedJavaVMs(&jvm_, 1, &count) != JNI_OK || count < 1 || jvm_ == nullptr) {
+        jvm_ = nullptr;
+        JBRG_TRACE("ERROR : could not get JVM.");
+        JBRG_TRACE("END");
+        return false;
+    }
+    if (!thread_attach()) {
+        JBRG_TRACE("ERROR : could not attach JVM.");
+        JBRG_TRACE("END");
+        return false;
+    }
+
+    struct class_lookup {
+        jclass* cls;
+        const char* path;
+        const char* error;
+    };
+    const class_lookup classes[] = {
+        {&jcls_acc_proxy_, kAccProxy, "ERROR : could not find AccProxy class ID."},
+        {&jcls_iccard_info_, kICCardInfo, "ERROR : could not find ICCardInfo class ID."},
+        {&jcls_system_data_, kSystemData, "ERROR : could not find SystemData class ID."},
+    };
+    struct method_lookup {
+        jmethodID* mid;
+        const char* name;
+        const char* signature;
+        const char* error;
+    };
+    const method_lookup methods[] = {
+        {&mid_fire_iccard_event_, "fireICCardEvent", "(Lorvane/qsf/controller/event/device/ICCardInfo;)V",
+         "ERROR : could not get fireICCardEvent() ID."},
+        {&mid_fire_iccard_error_event_, "fireICCardErrorEvent", "(I)V",
+         "ERROR : could not get fireICCardErrorEvent() ID."},
+        {&mid_fire_iccard_device_event_, "fireICCardDeviceEvent", "(IIZB)V",
+         "ERROR : could not get fireICCardDeviceEvent() ID."},
+    };
+
+    bool found = true;
+    for (const class_lookup& c : classes) {
+        jclass local = jnienv_->FindClass(c.path);
+        if (local == nullptr) {
+            clear_exception(jnienv_);
+            JBRG_TRACE("%s", c.error);
+            found = false;
+            break;
+        }
+        *c.cls = static_cast<jclass>(jnienv_->NewGlobalRef(local));
+        jnienv_->DeleteLocalRef(local);
+    }
+    for (const method_lookup& m : methods) {
+        if (!found) break;
+        *m.mid = jnienv_->GetStaticMethodID(jcls_acc_proxy_, m.name, m.signature);
+        if (*m.mid == nullptr) {
+            clear_exception(jnienv_);
+            JBRG_TRACE("%s", m.error);
+            found = false;
+        }
+    }
+    thread_detach();
+    JBRG_TRACE("END");
+    return found;
+}
+
+bool qsf_fnd_acc_observer::thread_attach() {
+    JBRG_TRACE("START");
+    if (jvm_ == nullptr) {
+        JBRG_TRACE("ERROR : could not called init() method.");
+        return false;
+    }
+    const jint result = jvm_->AttachCurrentThread(reinterpret_cast<void**>(&jnienv_), nullptr);
+    if (result != JNI_OK) JBRG_TRACE("ERROR : AttachCurrentThread() : %d", static_cast<int>(result));
+    const bool attached = result == JNI_OK;
+    JBRG_TRACE("END : %d", attached ? 1 : 0);
+    return attached;
+}
+
+void qsf_fnd_acc_observer::thread_detach() {
+    JBRG_TRACE("START");
+    if (jvm_ == nullptr) {
+        JBRG_TRACE("ERROR : could not called init() method.");
+    } else {
+        jvm_->DetachCurrentThread();
+    }
+    JBRG_TRACE("END");
+}
+
+bool qsf_fnd_acc_observer::initialised() const {
+    return jvm_ != nullptr && jcls_acc_proxy_ != nullptr && jcls_iccard_info_ != nullptr &&
+           jcls_system_data_ != nullptr && mid_fire_iccard_event_ != nullptr &&
+           mid_fire_iccard_error_event_ != nullptr && mid_fire_iccard_device_event_ != nullptr;
+}
+
+void qsf_fnd_acc_observer::smart_card_detected(const XDC_COM_STD_SMART_CARD_INFO& card_info) {
+    JBRG_TRACE("START");
+    card_info_ = card_info;
+    // The id is used only up to the end of its field, terminated or not.
+    char card_id[XDC_COM_STD_CARD_ID_SIZE + 1] = {};
+    std::memcpy(card_id, card_info_.card_id, sizeof card_info_.card_id);
+    JBRG_TRACE("card_info.card_type = %lu", dev_lx(static_cast<uint32_t>(card_info_.card_type)));
+    JBRG_TRACE("card_info.card_id = %s", card_id);
+    JBRG_TRACE("card_info.card_id_size = %d", static_cast<int>(card_info_.card_id_size));
+    JBRG_TRACE("card_info.service_data_exist = %04x", static_cast<unsigned>(card_info_.service_data_exist));
+    JBRG_TRACE("card_info.service_data_size = %lu", dev_lx(card_info_.service_data_size));
+    if (!initialised()) {
+        JBRG_TRACE("ERROR : could not called init() method.");
+        JBRG_TRACE("END");
+        return;
+    }
+    if (!thread_attach()) {
+        JBRG_TRACE("ERROR : could not attach JVM.");
+        JBRG_TRACE("END");
+        return;
+    }
+    jobject info = create_iccard_info_obj();
+    if (info == nullptr) {
+        JBRG_TRACE("ERROR : could not create iccard_info_obj.");
+    } else if (!set_iccard_id(info, card_id)) {
+        JBRG_TRACE("ERROR : could not set iccard_id_obj.");
+    } else if (!set_iccard_type(info, card_info_.card_type)) {
+        // set_iccard_type traced why.
+    } else {
+        // Data are there only when the reader says so; never more than its area holds.
+        const int count = card_info_.service_data_exist != 0 ? card_info_.service_data_count : 0;
+        dev_ulong size = card_info_.service_data_size;
+        if (size > sizeof card_info_.service_data) size = sizeof card_info_.service_data;
+        if (!set_iccard_data(info, count, size, card_info_.service_data, card_info_.card_type)) {
+            JBRG_TRACE("ERROR : could not set joarr_system_data.");
+        } else {
+            jnienv_->CallStaticVoidMethod(jcls_acc_proxy_, mid_fire_iccard_event_, info);
+        }
+    }
+    thread_detach();
+    JBRG_TRACE("END");
+}
+
+jobject qsf_fnd_acc_observer::create_iccard_info_obj() {
+    jmethodID ctor = jnienv_->GetMethodID(jcls_iccard_info_, "<init>", "()V");
+    if (ctor == nullptr) {
+        clear_exception(jnienv_);
+        JBRG_TRACE("ERROR : could not get ICCardInfo#ICCardInfo() method ID.");
+        return nullptr;
+    }
+    jobject info = jnienv_->NewObject(jcls_iccard_info_, ctor);
+    if (info == nullptr) {
+        clear_exception(jnienv_);
+        JBRG_TRACE("ERROR : could not create iccard_info object.");
+    }
+    return info;
+}
+
+bool qsf_fnd_acc_observer::set_iccard_id(jobject info, const char* id) {
+    if (info == nullptr || id == nullptr) {
+        JBRG_TRACE("ERROR : parameter error.");
+        return false;
+    }
+    jmethodID set_card_id = jnienv_->GetMethodID(jcls_iccard_info_, "setCardId", "(Ljava/lang/String;)V");
+    if (set_card_id == nullptr) {
+        clear_exception(jnienv_);
+        JBRG_TRACE("ERROR : could not get ICCardInfo#:setCardId() method ID.");
+        return false;
+    }
+    jstring text = jnienv_->NewStringUTF(id);
+    if (text == nullptr) {
+        clear_exception(jnienv_);
+        JBRG_TRACE("ERROR : could not create string object");
+        return false;
+    }
+    jnienv_->CallVoidMethod(info, set_card_id, text);
+    const bool thrown = jnienv_->ExceptionCheck();
+    clear_exception(jnienv_);
+    jnienv_->DeleteLocalRef(text);
+    return !thrown;
+}
+
+bool qsf_fnd_acc_observer::set_iccard_type(jobject info, ENV_AUTH_IC_CARD_TYPE type) {
+    if (info == nullptr) {
+        JBRG_TRACE("ERROR : parameter error (card_info).");
+        return false;
+    }
+    jmethodID set_card_type = jnienv_->GetMethodID(jcls_iccard_info_, "setCardType", "(B)V");
+    if (set_card_type == nullptr) {
+        clear_exception(jnienv_);
+        JBRG_TRACE("ERROR : could not get ICCardInfo#setCardType() method ID.");
+        return false;
+    }
+    jbyte bit = 0;
+    bool known = false;
+    for (const card_type_bit& entry : kCardTypeBits) {
+        if (entry.type == type) {
+            bit = entry.bit;
+            known = true;
+            break;
+        }
+    }
+    if (!known) JBRG_TRACE("WARNING : parameter error (card_type).");
+    jnienv_->CallVoidMethod(info, set_card_type, bit);
+    const bool thrown = jnienv_->ExceptionCheck();
+    clear_exception(jnienv_);
+    return !thrown;
+}
+
+jbyteArray qsf_fnd_acc_observer::block_data(const trace_site& site, unsigned blocks, const uint8_t** cursor,
+                                            dev_ulong* left) {
+    const dev_ulong length = static_cast<dev_ulong>(blocks) * XDC_COM_STD_BLOCK_SIZE;
+    if (*left < length) {
+        trace_at(site, "ERROR : card data too short.");
+        return nullptr;
+    }
+    jbyteArray array = jnienv_->NewByteArray(static_cast<jsize>(length));
+    if (array == nullptr) {
+        clear_exception(jnienv_);
+        trace_at(site, "ERROR : could not create block data array.");
+        return nullptr;
+    }
+    jbyte* elements = jnienv_->GetByteArrayElements(array, nullptr);
+    if (elements == nullptr) {
+        clear_exception(jnienv_);
+        trace_at(site, "ERROR : could not get block data element.");
+        jnienv_->DeleteLocalRef(array);
+        return nullptr;
+    }
+    for (dev_ulong i = 0; i < length; ++i) elements[i] = static_cast<jbyte>((*cursor)[i]);
+    jnienv_->ReleaseByteArrayElements(array, elements, 0);
+    *cursor += length;
+    *left -= length;
+    return array;
+}
+
+jobject qsf_fnd_acc_observer::build_sector_entry(const trace_site& site, jclass byte_array_class, jmethodID ctor,
+                                                 jmethodID set_sector_num, jmethodID set_block_data,
+                                                 const uint8_t** cursor, dev_ulong* left) {
+    unsigned sectors = 0;
+    if (!read_u8(cursor, left, &sectors)) {
+        trace_at(site, "ERROR : card data too short.");
+        return nullptr;
+    }
+    jobject entry = jnienv_->NewObject(jcls_system_data_, ctor);
+    if (entry == nullptr) {
+        clear_exception(jnienv_);
+        trace_at(site, "ERROR : could not create system data object.");
+        return nullptr;
+    }
+    jintArray sector_num = jnienv_->NewIntArray(static_cast<jsize>(sectors));
+    jobjectArray blocks = sector_num != nullptr
+                              ? jnienv_->NewObjectArray(static_cast<jsize>(sectors), byte_array_class, nullptr)
+                              : nullptr;
+    bool ok = blocks != nullptr;
+    if (!ok) {
+        clear_exception(jnienv_);
+        trace_at(site, "ERROR : could not create jobjectArray.");
+    }
+    jint* numbers = ok ? jnienv_->GetIntArrayElements(sector_num, nullptr) : nullptr;
+    if (ok && numbers == nullptr) {
+        clear_exception(jnienv_);
+        trace_at(site, "jnienv_->GetIntArrayElements(jiarr_sector_num, NULL) obj = NULL");
+        ok = false;
+    }
+    for (unsigned s = 0; ok && s < sectors; ++s) {
+        unsigned number = 0;
+        unsigned count = 0;
+        if (!read_u8(cursor, left, &number) || !read_u8(cursor, left, &count)) {
+            trace_at(site, "ERROR : card data too short.");
+            ok = false;
+            break;
+        }
+        numbers[s] = static_cast<jint>(number);
+        jbyteArray data = block_data(site, count, cursor, left);
+        if (data == nullptr) {
+            ok = false;
+            break;
+        }
+        jnienv_->SetObjectArrayElement(blocks, static_cast<jsize>(s), data);
+        jnienv_->DeleteLocalRef(data);
+    }
+    if (numbers != nullptr) jnienv_->ReleaseIntArrayElements(sector_num, numbers, 0);
+    if (ok) {
+        jnienv_->CallVoidMethod(entry, set_sector_num, sector_num);
+        ok = !jnienv_->ExceptionCheck();
+        clear_exception(jnienv_);
+    }
+    if (ok) {
+        jnienv_->CallVoidMethod(entry, set_block_data, blocks);
+        ok = !jnienv_->ExceptionCheck();
+        clear_exception(jnienv_);
+    }
+    if (blocks != nullptr) jnienv_->DeleteLocalRef(blocks);
+    if (sector_num != nullptr) jnienv_->DeleteLocalRef(sector_num);
+    if (!ok) {
+        jnienv_->DeleteLocalRef(entry);
+        return nullptr;
+    }
+    return entry;
+}
+
+jobject qsf_fnd_acc_observer::build_system_entry(const trace_site& site, jclass byte_array_class, jmethodID ctor,
+                                                 jmethodID set_system_code, jmethodID set_service_code,
+                                                 jmethodID set_block_data, const uint8_t** cursor,
+                                                 dev_ulong* left) {
+    unsigned system_code = 0;
+    unsigned services = 0;
+    if (!read_u16(cursor, left, &system_code) || !read_u8(cursor, left, &services)) {
+        trace_at(site, "ERROR : card data too short.");
+        return nullptr;
+    }
+    jobject entry = jnienv_->NewObject(jcls_system_data_, ctor);
+    if (entry == nullptr) {
+        clear_exception(jnienv_);
+        trace_at(site, "ERROR : could not create system data object.");
+        return nullptr;
+    }
+    jnienv_->CallVoidMethod(entry, set_system_code, static_cast<jint>(system_code));
+    bool ok = !jnienv_->ExceptionCheck();
+    clear_exception(jnienv_);
+    jintArray service_code = nullptr;
+    jobjectArray blocks = nullptr;
+    jint* codes = nullptr;
+    if (ok) {
+        service_code = jnienv_->NewIntArray(static_cast<jsize>(services));
+        if (service_code == nullptr) {
+            clear_exception(jnienv_);
+            trace_at(site, "ERROR : could not create service code array.");
+            ok = false;
+        }
+    }
+    if (ok) {
+        codes = jnienv_->GetIntArrayElements(service_code, nullptr);
+        if (codes == nullptr) {
+            clear_exception(jnienv_);
+            trace_at(site, "ERROR : could not create service code element.");
+            ok = false;
+        }
+    }
+    if (ok) {
+        blocks = jnienv_->NewObjectArray(static_cast<jsize>(services), byte_array_class, nullptr);
+        if (blocks == nullptr) {
+            clear_exception(jnienv_);
+            trace_at(site, "ERROR : could not create felica block array.");
+            ok = false;
+        }
+    }
+    for (unsigned s = 0; ok && s < services; ++s) {
+        unsigned code = 0;
+        unsigned count = 0;
+        if (!read_u16(cursor, left, &code) || !read_u8(cursor, left, &count)) {
+            trace_at(site, "ERROR : card data too short.");
+            ok = false;
+            break;
+        }
+        codes[s] = static_cast<jint>(code);
+        jbyteArray data = block_data(site, count, cursor, left);
+        if (data == nullptr) {
+            ok = false;
+            break;
+        }
+        jnienv_->SetObjectArrayElement(blocks, static_cast<jsize>(s), data);
+        jnienv_->DeleteLocalRef(data);
+    }
+    if (codes != nullptr) jnienv_->ReleaseIntArrayElements(service_code, codes, 0);
+    if (ok) {
+        jnienv_->CallVoidMethod(entry, set_service_code, service_code);
+        ok = !jnienv_->ExceptionCheck();
+        clear_exception(jnienv_);
+    }
+    if (ok) {
+        jnienv_->CallVoidMethod(entry, set_block_data, blocks);
+        ok = !jnienv_->ExceptionCheck();
+        clear_exception(jnienv_);
+    }
+    if (blocks != nullptr) jnienv_->DeleteLocalRef(blocks);
+    if (service_code != nullptr) jnienv_->DeleteLocalRef(service_code);
+    if (!ok) {
+        jnienv_->DeleteLocalRef(entry);
+        return nullptr;
+    }
+    return entry;
+}
+
+bool qsf_fnd_acc_observer::set_iccard_data(jobject info, int count, dev_ulong size, void* data,
+                                           ENV_AUTH_IC_CARD_TYPE type) {
+    const bool type_a = type == ENV_AUTH_IC_CARD_TYPE_A;
+    if (type_a) {
+        JBRG_TRACE("card_type == TYPE_A ");
+    } else {
+        JBRG_TRACE("card_type != TYPE_A ");
+    }
+    if (info == nullptr || count < 0 || (data == nullptr && count > 0)) {
+        JBRG_TRACE("ERROR : parameter error.");
+        return false;
+    }
+
+    struct method_lookup {
+        jclass cls;
+        jmethodID* mid;
+        const char* name;
+        const char* signature;
+        const char* error;
+    };
+    jmethodID ctor = nullptr;
+    jmethodID set_system_code = nullptr;
+    jmethodID set_service_code = nullptr;
+    jmethodID set_sector_num = nullptr;
+    jmethodID set_block_data = nullptr;
+    jmethodID set_system_data = nullptr;
+    const method_lookup type_a_methods[] = {
+        {jcls_system_data_, &ctor, "<init>", "()V", "ERROR : could not get SystemData#SystemData() method ID."},
+        {jcls_system_data_, &set_sector_num, "setSectorNum", "([I)V",
+         "ERROR : could not get SystemData#setSectorNum() method ID."},
+        {jcls_system_data_, &set_block_data, "setBlockData", "([[B)V",
+         "ERROR : could not get SystemData#setBlockData() method ID."},
+        {jcls_iccard_info_, &set_system_data, "setSystemData", "([Lorvane/qsf/controller/event/device/SystemData;)V",
+         "ERROR : could not get ICCardInfo#setSystemData() method ID."},
+    };
+    const method_lookup system_methods[] = {
+        {jcls_system_data_, &ctor, "<init>", "()V", "ERROR : could not get SystemData#SystemData() method ID."},
+        {jcls_system_data_, &set_system_code, "setSystemCode", "(I)V",
+         "ERROR : could not get SystemData#setSystemCode() method ID."},
+        {jcls_system_data_, &set_service_code, "setServiceCode", "([I)V",
+         "ERROR : could not get SystemData#setServiceCode() method ID."},
+        {jcls_system_data_, &set_block_data, "setBlockData", "([[B)V",
+         "ERROR : could not get SystemData#setBlockData() method ID."},
+        {jcls_iccard_info_, &set_system_data, "setSystemData", "([Lorvane/qsf/controller/event/device/SystemData;)V",
+         "ERROR : could not get ICCardInfo#setSystemData() method ID."},
+    };
+    const method_lookup* first = type_a ? type_a_methods : system_methods;
+    const std::size_t lookups = type_a ? std::size(type_a_methods) : std::size(system_methods);
+    for (std::size_t i = 0; i < lookups; ++i) {
+        *first[i].mid = jnienv_->GetMethodID(first[i].cls, first[i].name, first[i].signature);
+        if (*first[i].mid == nullptr) {
+            clear_exception(jnienv_);
+            JBRG_TRACE("%s", first[i].error);
+            return false;
+        }
+    }
+
+    jclass byte_array_class = jnienv_->FindClass("[B");
+    if (byte_array_class == nullptr) {
+        clear_exception(jnienv_);
+        JBRG_TRACE("ERROR : could not find byte[][] class.");
+        return false;
+    }
+    jobjectArray entries = jnienv_->NewObjectArray(static_cast<jsize>(count), jcls_system_data_, nullptr);
+    if (entries == nullptr) {
+        clear_exception(jnienv_);
+        JBRG_TRACE("ERROR : could not create system data array.");
+        jnienv_->DeleteLocalRef(byte_array_class);
+        return false;
+    }
+
+    const trace_site site = JBRG_TRACE_SITE;
+    const uint8_t* cursor = static_cast<const uint8_t*>(data);
+    dev_ulong left = size;
+    bool ok = true;
+    for (int i = 0; ok && i < count; ++i) {
+        jobject entry = type_a ? build_sector_entry(site, byte_array_class, ctor, set_sector_num, set_block_data,
+                                                    &cursor, &left)
+                               : build_system_entry(site, byte_array_class, ctor, set_system_code,
+                                                    set_service_code, set_block_data, &cursor, &left);
+        if (entry == nullptr) {
+            ok = false;
+            break;
+        }
+        jnienv_->SetObjectArrayElement(entries, static_cast<jsize>(i), entry);
+        jnienv_->DeleteLocalRef(entry);
+    }
+    if (ok) {
+        jnienv_->CallVoidMethod(info, set_system_data, entries);
+        ok = !jnienv_->ExceptionCheck();
+        clear_exception(jnienv_);
+    }
+    jnienv_->DeleteLocalRef(entries);
+    jnienv_->DeleteLocalRef(byte_array_class);
+    return ok;
+}
+
+void qsf_fnd_acc_observer::smart_card_lost() {
+    JBRG_TRACE("START");
+    std::memset(&card_info_, 0, sizeof card_info_);
+    JBRG_TRACE("WARNING : The notification event is not defined.");
+    JBRG_TRACE("END");
+}
+
+void qsf_fnd_acc_observer::smart_card_error_detected(const XDC_COM_STD_SMART_CARD_ERROR_INFO& error_info) {
+    JBRG_TRACE("START");
+    if (!initialised()) {
+        JBRG_TRACE("ERROR : could not called init() method.");
+    } else if (!thread_attach()) {
+        JBRG_TRACE("ERROR : could not connect JVM.");
+    } else {
+        // Java receives the first 32-bit word of the error information: the error code.
+        int32_t first_word = 0;
+        std::memcpy(&first_word, &error_info, sizeof first_word);
+        jnienv_->CallStaticVoidMethod(jcls_acc_proxy_, mid_fire_iccard_error_event_, static_cast<jint>(first_word));
+        thread_detach();
+    }
+    JBRG_TRACE("END");
+}
+
+void qsf_fnd_acc_observer::fire_device_event(jboolean added) {
+    // The card types go to Java as the signed byte at offset 8 of the record: the low byte of the card-type
+    // bits on the little-endian device.
+    int8_t card_types = 0;
+    std::memcpy(&card_types, reinterpret_cast<const char*>(&reader_info_) + 8, sizeof card_types);
+    jnienv_->CallStaticVoidMethod(jcls_acc_proxy_, mid_fire_iccard_device_event_,
+                                  static_cast<jint>(reader_info_.vendor), static_cast<jint>(reader_info_.product_id),
+                                  added, static_cast<jint>(static_cast<jbyte>(card_types)));
+}
+
+void qsf_fnd_acc_observer::smart_card_reader_added(const XDC_COM_STD_SMART_CARD_READER_INFO& reader_info) {
+    JBRG_TRACE("START");
+    if (!initialised()) {
+        JBRG_TRACE("ERROR : could not called init() method.");
+    } else if (!thread_attach()) {
+        JBRG_TRACE("ERROR : could not connect JVM.");
+    } else {
+        reader_info_ = reader_info;
+        fire_device_event(JNI_TRUE);
+        thread_detach();
+    }
+    JBRG_TRACE("END");
+}
+
+// A removed reader is reported with what the last added reader said about itself (zero when none was added).
+void qsf_fnd_acc_observer::smart_card_reader_removed() {
+    JBRG_TRACE("START");
+    if (!initialised()) {
+        JBRG_TRACE("ERROR : could not called init() method.");
+    } else if (!thread_attach()) {
+        JBRG_TRACE("ERROR : could not connect JVM.");
+    } else {
+        fire_device_event(JNI_FALSE);
+        thread_detach();
+    }
+    JBRG_TRACE("END");
+}
+
+}  // namespace orvane

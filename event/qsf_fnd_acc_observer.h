@@ -1,0 +1,70 @@
+// The IC card observer: the smart card reader's events, forwarded to Java.
+//
+// Registered with xdc_com_std_facade by the event manager. A card that was read becomes an
+// orvane.qsf.controller.event.device.ICCardInfo carrying SystemData entries with the card's data and goes
+// to AccProxy.fireICCardEvent; read errors and readers added or removed go to AccProxy's other static
+// methods; a lost card reaches nobody. Every step is traced; every failure is traced and ends the event with
+// nothing sent to Java. The reader's events answer nothing.
+#ifndef JBRG_EVENT_QSF_FND_ACC_OBSERVER_H
+#define JBRG_EVENT_QSF_FND_ACC_OBSERVER_H
+
+#include <jni.h>
+
+#include "plat_types.h"
+#include "trace.h"
+#include "xdc_com_std.h"
+
+namespace orvane {
+
+class qsf_fnd_acc_observer : public xdc_com_std_smart_card_observer {
+public:
+    qsf_fnd_acc_observer();
+    ~qsf_fnd_acc_observer() override;
+
+    // Finds the VM and, attached, the three Java classes and AccProxy's three methods. False at the first
+    // one missing (traced).
+    bool init();
+    bool thread_attach();
+    void thread_detach();
+
+    void smart_card_detected(const XDC_COM_STD_SMART_CARD_INFO& card_info) override;
+    void smart_card_lost() override;
+    void smart_card_error_detected(const XDC_COM_STD_SMART_CARD_ERROR_INFO& error_info) override;
+    void smart_card_reader_added(const XDC_COM_STD_SMART_CARD_READER_INFO& reader_info) override;
+    void smart_card_reader_removed() override;
+
+    // The builders of a card's Java object, on the attached thread. Each traces its own failures.
+    jobject create_iccard_info_obj();
+    bool set_iccard_id(jobject info, const char* id);
+    bool set_iccard_type(jobject info, ENV_AUTH_IC_CARD_TYPE type);
+    bool set_iccard_data(jobject info, int count, dev_ulong size, void* data, ENV_AUTH_IC_CARD_TYPE type);
+
+private:
+    bool initialised() const;
+    // Sends the reader information with `added` to Java (the thread is attached).
+    void fire_device_event(jboolean added);
+    // One SystemData entry read from the card data at `*cursor` (at most `*left` bytes), or null; failures
+    // are traced at `site`, the builder's own line.
+    jobject build_sector_entry(const trace_site& site, jclass byte_array_class, jmethodID ctor, jmethodID set_sector_num,
+                               jmethodID set_block_data, const uint8_t** cursor, dev_ulong* left);
+    jobject build_system_entry(const trace_site& site, jclass byte_array_class, jmethodID ctor, jmethodID set_system_code,
+                               jmethodID set_service_code, jmethodID set_block_data, const uint8_t** cursor,
+                               dev_ulong* left);
+    // One sector's or service's blocks as a new byte[] (16 bytes per block), or null (traced).
+    jbyteArray block_data(const trace_site& site, unsigned blocks, const uint8_t** cursor, dev_ulong* left);
+
+    XDC_COM_STD_SMART_CARD_READER_INFO reader_info_;
+    XDC_COM_STD_SMART_CARD_INFO card_info_;
+    JavaVM* jvm_;
+    JNIEnv* jnienv_;
+    jclass jcls_acc_proxy_;
+    jclass jcls_iccard_info_;
+    jclass jcls_system_data_;
+    jmethodID mid_fire_iccard_event_;
+    jmethodID mid_fire_iccard_error_event_;
+    jmethodID mid_fire_iccard_device_event_;
+};
+
+}  // namespace orvane
+
+#endif  // JBRG_EVENT_QSF_FND_ACC_OBSERVER_H

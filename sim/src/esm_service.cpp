@@ -1,0 +1,209 @@
+// The status monitor of the basic-function services: its observers and the messages it sends them.
+//
+// The monitor keeps the observers registered through xsi_pbfs_esm_add_observer, in registration order, and
+// sends each status message to all of them on its own IPC thread ("esm"), through the observer's dispatch().
+// Observers are the process's objects, not device state: a scenario load keeps them.
+//
+// Behaviour worth knowing when reading the bridge against it:
+//   - add of a null observer or of one registered already, remove of one not registered: XSI_PBFS_ESM_NG.
+//   - Calls log the observer as a pointer.
+//   - dispatch() of a message id the base does not know, or with fewer data words than the notification
+//     takes, answers 0xE0010001 and calls nothing.
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "jbrg_sim/control.h"
+#include "jbrg_sim/esm.h"
+#include "sim.h"
+#include "xsi_pbfs_esm.h"
+
+namespace {
+
+// Answer of dispatch() to a message it cannot decode.
+constexpr PLAT_RESULT kUnknownMessage = PLAT_CODE(0xE0010001);
+
+std::vector<xsi_pbfs_esm_observer*>& registered() {
+    static auto* observers = new std::vector<xsi_pbfs_esm_observer*>;
+    return *observers;
+}
+
+// Sends one message to every observer registered when it is sent, on the monitor's IPC thread.
+int32_t send_message(uint32_t msg_id, std::vector<dev_ulong> words) {
+    return jbrg_sim::deliver("esm", [msg_id, words]() mutable {
+        std::vector<xsi_pbfs_esm_observer*> observers;
+        {
+            auto lock = jbrg_sim::device_lock();
+            observers = registered();
+        }
+        int32_t answer = 0;
+        static dev_ulong sequence = 0;
+        for (xsi_pbfs_esm_observer* observer : observers) {
+            gen_ipc_msghdr header{msg_id, 0, static_cast<dev_ulong>(words.size() * sizeof(dev_ulong)), ++sequence};
+            const int32_t one = observer->dispatch(0, reinterpret_cast<char*>(words.data()), header.length, header);
+            if (answer == 0) answer = one;
+        }
+        return answer;
+    });
+}
+
+}  // namespace
+
+// ---- The observer base ----------------------------------------------------------------------------------
+
+xsi_pbfs_esm_observer::~xsi_pbfs_esm_observer() = default;
+
+PLAT_RESULT xsi_pbfs_esm_observer::dispatch(long, char* data, unsigned int size, gen_ipc_msghdr header) {
+    const unsigned available = data != nullptr ? size / sizeof(dev_ulong) : 0;
+    auto word = [&](unsigned i) {
+        dev_ulong value = 0;
+        std::memcpy(&value, data + i * sizeof(dev_ulong), sizeof value);
+        return value;
+    };
+    // How many words each message carries.
+    auto needs = [&](unsigned count) { return available >= count; };
+    switch (header.msg_id) {
+    case XSI_PBFS_ESM_MSG_REQUEST_ACTIVATE:
+        if (!needs(2)) break;
+        return request_activate(static_cast<XSI_PBFS_KIND_OF_SCENARIO>(word(0)), word(1));
+    case XSI_PBFS_ESM_MSG_LOGOUT:
+        if (!needs(1)) break;
+        return notify_logout(word(0));
+    case XSI_PBFS_ESM_MSG_CONNECTION_ERROR:
+        if (!needs(1)) break;
+        return notify_pbp_connection_error(static_cast<XSI_PBFS_EVENT_CONNECTION_ERROR>(word(0)));
+    case XSI_PBFS_ESM_MSG_SLEEP:
+        if (!needs(1)) break;
+        return notify_sleep(static_cast<XSI_PBFS_EVENT_SLEEP_STATE>(word(0)));
+    case XSI_PBFS_ESM_MSG_USB_MEMORY:
+        if (!needs(1)) break;
+        return notify_usb_memory_status(word(0));
+    case XSI_PBFS_ESM_MSG_TONER:
+        if (!needs(2)) break;
+        return notify_toner_status(static_cast<unsigned char>(word(0)), static_cast<unsigned char>(word(1)));
+    case XSI_PBFS_ESM_MSG_WASTE_TONER:
+        if (!needs(1)) break;
+        return notify_waste_toner_bottle_status(static_cast<unsigned char>(word(0)));
+    case XSI_PBFS_ESM_MSG_PAPER_REST:
+        if (!needs(2)) break;
+        return notify_paper_rest_status(static_cast<unsigned short>(word(0)), static_cast<unsigned char>(word(1)));
+    case XSI_PBFS_ESM_MSG_COVER:
+        if (!needs(1)) break;
+        return notify_cover_status(word(0));
+    case XSI_PBFS_ESM_MSG_DP_COVER:
+        if (!needs(1)) break;
+        return notify_dp_cover_status(static_cast<unsigned char>(word(0)));
+    case XSI_PBFS_ESM_MSG_JAM:
+        if (!needs(1)) break;
+        return notify_jam_status(word(0));
+    case XSI_PBFS_ESM_MSG_DP_JAM:
+        if (!needs(1)) break;
+        return notify_dp_jam_status(static_cast<unsigned char>(word(0)));
+    case XSI_PBFS_ESM_MSG_COIN_VENDER:
+        if (!needs(1)) break;
+        return notify_coin_vender_status(word(0));
+    case XSI_PBFS_ESM_MSG_KEY_CARD:
+        if (!needs(1)) break;
+        return notify_key_card_status(static_cast<unsigned char>(word(0)));
+    case XSI_PBFS_ESM_MSG_KEY_COUNTER:
+        if (!needs(1)) break;
+        return notify_key_counter_status(word(0));
+    case XSI_PBFS_ESM_MSG_RESIDENT_APP_STATE:
+        if (!needs(1)) break;
+        return notify_resident_app_state_changed(static_cast<XSI_PBFS_ESM_REQ_APP_STATE>(word(0)));
+    default:
+        break;
+    }
+    return kUnknownMessage;
+}
+
+PLAT_RESULT xsi_pbfs_esm_observer::request_activate(XSI_PBFS_KIND_OF_SCENARIO, unsigned int) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_logout(dev_ulong) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_pbp_connection_error(XSI_PBFS_EVENT_CONNECTION_ERROR) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_sleep(XSI_PBFS_EVENT_SLEEP_STATE) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_usb_memory_status(unsigned int) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_toner_status(unsigned char, unsigned char) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_waste_toner_bottle_status(unsigned char) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_paper_rest_status(unsigned short, unsigned char) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_cover_status(unsigned int) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_dp_cover_status(unsigned char) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_jam_status(unsigned int) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_dp_jam_status(unsigned char) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_coin_vender_status(unsigned int) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_key_card_status(unsigned char) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_key_counter_status(unsigned int) { return 0; }
+PLAT_RESULT xsi_pbfs_esm_observer::notify_resident_app_state_changed(XSI_PBFS_ESM_REQ_APP_STATE) { return 0; }
+
+// ---- The facade -----------------------------------------------------------------------------------------
+
+xsi_pbfs_esm_facade* xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance() {
+    static auto* instance = new xsi_pbfs_esm_facade;
+    return instance;
+}
+
+PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_add_observer(xsi_pbfs_esm_observer* observer) {
+    jbrg_sim::op call("xsi_pbfs_esm_add_observer", static_cast<const void*>(observer));
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    auto& observers = registered();
+    if (observer == nullptr || std::find(observers.begin(), observers.end(), observer) != observers.end()) {
+        return XSI_PBFS_ESM_NG;
+    }
+    observers.push_back(observer);
+    return XSI_PBFS_ESM_OK;
+}
+
+PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_remove_observer(xsi_pbfs_esm_observer* observer) {
+    jbrg_sim::op call("xsi_pbfs_esm_remove_observer", static_cast<const void*>(observer));
+    if (call.forced()) return call.result();
+    auto lock = jbrg_sim::device_lock();
+    auto& observers = registered();
+    auto it = std::find(observers.begin(), observers.end(), observer);
+    if (observer == nullptr || it == observers.end()) return XSI_PBFS_ESM_NG;
+    observers.erase(it);
+    return XSI_PBFS_ESM_OK;
+}
+
+// ---- The control surface --------------------------------------------------------------------------------
+
+namespace jbrg_sim::esm {
+
+int32_t request_activate(int32_t scenario, uint32_t parameter) {
+    return send_message(XSI_PBFS_ESM_MSG_REQUEST_ACTIVATE, {static_cast<dev_ulong>(scenario), parameter});
+}
+int32_t notify_logout(uint32_t user_id) { return send_message(XSI_PBFS_ESM_MSG_LOGOUT, {user_id}); }
+int32_t notify_pbp_connection_error(int32_t error) {
+    return send_message(XSI_PBFS_ESM_MSG_CONNECTION_ERROR, {static_cast<dev_ulong>(error)});
+}
+int32_t notify_sleep(int32_t state) { return send_message(XSI_PBFS_ESM_MSG_SLEEP, {static_cast<dev_ulong>(state)}); }
+int32_t notify_usb_memory_status(uint32_t status) { return send_message(XSI_PBFS_ESM_MSG_USB_MEMORY, {status}); }
+int32_t notify_toner_status(uint8_t first, uint8_t second) {
+    return send_message(XSI_PBFS_ESM_MSG_TONER, {first, second});
+}
+int32_t notify_waste_toner_bottle_status(uint8_t status) {
+    return send_message(XSI_PBFS_ESM_MSG_WASTE_TONER, {status});
+}
+int32_t notify_paper_rest_status(uint16_t source, uint8_t level) {
+    return send_message(XSI_PBFS_ESM_MSG_PAPER_REST, {source, level});
+}
+int32_t notify_cover_status(uint32_t status) { return send_message(XSI_PBFS_ESM_MSG_COVER, {status}); }
+int32_t notify_dp_cover_status(uint8_t status) { return send_message(XSI_PBFS_ESM_MSG_DP_COVER, {status}); }
+int32_t notify_jam_status(uint32_t status) { return send_message(XSI_PBFS_ESM_MSG_JAM, {status}); }
+int32_t notify_dp_jam_status(uint8_t status) { return send_message(XSI_PBFS_ESM_MSG_DP_JAM, {status}); }
+int32_t notify_coin_vender_status(uint32_t status) { return send_message(XSI_PBFS_ESM_MSG_COIN_VENDER, {status}); }
+int32_t notify_key_card_status(uint8_t status) { return send_message(XSI_PBFS_ESM_MSG_KEY_CARD, {status}); }
+int32_t notify_key_counter_status(uint32_t status) { return send_message(XSI_PBFS_ESM_MSG_KEY_COUNTER, {status}); }
+int32_t notify_resident_app_state_changed(int32_t state) {
+    return send_message(XSI_PBFS_ESM_MSG_RESIDENT_APP_STATE, {static_cast<dev_ulong>(state)});
+}
+
+int32_t send(uint32_t msg_id, const uint32_t* words, std::size_t count) {
+    return send_message(msg_id, std::vector<dev_ulong>(words, words + count));
+}
+
+std::size_t observers() {
+    auto lock = jbrg_sim::device_lock();
+    return registered().size();
+}
+
+}  // namespace jbrg_sim::esm

@@ -1,0 +1,63 @@
+// What the Java event proxies recorded, read from C++, and the trace lines of one source file.
+#ifndef JBRG_TESTS_EVENT_PROXY_RECORDS_H
+#define JBRG_TESTS_EVENT_PROXY_RECORDS_H
+
+#include <jni.h>
+
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "bridge_test.h"
+#include "jbrg_sim/control.h"
+
+namespace jbrg_test {
+
+// The lines a proxy class (slash form) recorded, oldest first: its static received() String[].
+inline std::vector<std::string> proxy_received(const char* cls) {
+    JNIEnv* e = env();
+    jclass c = e->FindClass(cls);
+    if (c == nullptr) return {"<no class " + std::string(cls) + ">"};
+    jmethodID m = e->GetStaticMethodID(c, "received", "()[Ljava/lang/String;");
+    auto lines = static_cast<jobjectArray>(e->CallStaticObjectMethod(c, m));
+    if (e->ExceptionCheck()) {
+        e->ExceptionDescribe();
+        e->ExceptionClear();
+        return {"<exception>"};
+    }
+    std::vector<std::string> out;
+    for (jsize i = 0; i < e->GetArrayLength(lines); ++i) {
+        auto s = static_cast<jstring>(e->GetObjectArrayElement(lines, i));
+        const char* chars = e->GetStringUTFChars(s, nullptr);
+        out.emplace_back(chars);
+        e->ReleaseStringUTFChars(s, chars);
+        e->DeleteLocalRef(s);
+    }
+    e->DeleteLocalRef(lines);
+    e->DeleteLocalRef(c);
+    return out;
+}
+
+inline void proxy_clear(const char* cls) {
+    JNIEnv* e = env();
+    jclass c = e->FindClass(cls);
+    if (c == nullptr) return;
+    e->CallStaticVoidMethod(c, e->GetStaticMethodID(c, "clear", "()V"));
+    if (e->ExceptionCheck()) e->ExceptionClear();
+    e->DeleteLocalRef(c);
+}
+
+// The trace lines of source file `file` as "function,message" (the file name and line number cut away).
+inline std::vector<std::string> traces_of(const std::string& file) {
+    static const std::regex line("^([^\\[]*)\\[\\d+\\]::(.*)\n$");
+    std::vector<std::string> out;
+    for (const std::string& text : jbrg_sim::trace_texts()) {
+        std::smatch m;
+        if (std::regex_match(text, m, line) && m[1] == file) out.push_back(m[2]);
+    }
+    return out;
+}
+
+}  // namespace jbrg_test
+
+#endif  // JBRG_TESTS_EVENT_PROXY_RECORDS_H
