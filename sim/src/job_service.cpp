@@ -1289,11 +1289,6 @@ devices devices_of(int category) {
     }
 }
 
-unsigned int number(const user_job_rec& u, int id) {
-    auto n = u.numbers.find(id);
-    return n == u.numbers.end() ? 0 : n->second;
-}
-
 XSI_AIS_JOB_STATE state_of(const user_job_rec& u, dev_ulong kind, dev_ulong result, const std::string& user) {
     XSI_AIS_JOB_STATE st{};
     st.state = kind;
