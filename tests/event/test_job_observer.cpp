@@ -9,6 +9,7 @@
 #include "jbrg_sim/job.h"
 #include "qsf_fnd_job_observer.h"
 #include "xsi_ais_job.h"
+#include "xsi_ais_jobinfo.h"
 
 namespace {
 
@@ -195,6 +196,27 @@ TEST_F(job_observer, registration_refuses_doubles_and_strangers) {
     EXPECT_EQ(XSI_AIS_JOB_NO_OBSERVER, facade().xsi_ais_job_remove_observer(nullptr));
     EXPECT_EQ(1U, jbrg_sim::job::observer_count());
     EXPECT_THAT(jbrg_sim::calls_of("xsi_ais_job_add_observer"), ::testing::SizeIs(2));
+}
+
+}  // namespace
+
+namespace {
+
+// The base decodes the service's messages; what it cannot decode is answered with the IPC error.
+TEST(job_observer_base, messages_that_do_not_decode_are_answered_with_the_ipc_error) {
+    xsi_ais_job_observer base;
+    uint32_t value = 5;
+    gen_ipc_msghdr header{XSI_AIS_JOB_MSG_START_PHB, 1, 4, 1};
+    EXPECT_EQ(0, base.dispatch(1, reinterpret_cast<char*>(&value), 4, header));
+    EXPECT_EQ(XSI_AIS_JOB_OBSERVER_BAD_MESSAGE, base.dispatch(1, reinterpret_cast<char*>(&value), 3, header));
+    header.msg_id = 99;
+    EXPECT_EQ(XSI_AIS_JOB_OBSERVER_BAD_MESSAGE, base.dispatch(1, reinterpret_cast<char*>(&value), 4, header));
+    xsi_ais_jobinfo_observer info;
+    char unterminated[sizeof(XSI_AIS_EVENT_RENINT_START) + 6] = {};
+    unterminated[sizeof(XSI_AIS_EVENT_RENINT_START)] = 1;  // a name follows...
+    std::memset(unterminated + sizeof(XSI_AIS_EVENT_RENINT_START) + 4, 'x', 2);  // ...and does not end
+    gen_ipc_msghdr renint{XSI_AIS_JOBINFO_MSG_RENINT_START, 2, sizeof unterminated, 1};
+    EXPECT_EQ(XSI_AIS_JOBINFO_IPC_ERROR, info.dispatch(1, unterminated, sizeof unterminated, renint));
 }
 
 }  // namespace
