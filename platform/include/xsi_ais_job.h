@@ -18,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "gen_ipc.h"
 #include "plat_types.h"
 #include "xsi_ais_job_state.h"
 
@@ -418,12 +419,63 @@ typedef struct {
     XSI_AIS_PHB_INFO_DETAIL phb_info_detail;
 } XSI_AIS_PHB_INFO;
 
+/* ---- The job service's observer ------------------------------------------------------------------ */
+
+/* Message ids (gen_ipc_msghdr::msg_id) of the job service's notifications, and the data each carries. */
+enum XSI_AIS_JOB_OBSERVER_MSG : int {
+    XSI_AIS_JOB_MSG_JOB_STATE_CHANGED = 1,   /* XSI_AIS_JOB_STATE */
+    XSI_AIS_JOB_MSG_SCAN_COUNT = 2,          /* two 32-bit counts */
+    XSI_AIS_JOB_MSG_START_PHB = 3,           /* one 32-bit value */
+    XSI_AIS_JOB_MSG_DISABLE_INFO = 4,        /* one 32-bit value */
+    XSI_AIS_JOB_MSG_MAIN_MESSAGE = 5,        /* one 32-bit value */
+    XSI_AIS_JOB_MSG_PHB_INFO = 6,            /* a 32-bit handler id, then XSI_AIS_PHB_INFO */
+    XSI_AIS_JOB_MSG_MESSAGE_INFO = 7,        /* a 32-bit handler id, then XSI_AIS_PHB_GET_MESSAGE */
+    XSI_AIS_JOB_MSG_APP_SERVICE_REQUEST = 8  /* a 32-bit request id, then XSI_AIS_JOB_SERVICE_MSG */
+};
+
+/* What dispatch() answers for a message it cannot decode (an unknown id, or data of the wrong size). */
+inline constexpr PLAT_RESULT XSI_AIS_JOB_OBSERVER_BAD_MESSAGE = PLAT_CODE(0xC1020007);
+
+/*
+ * The base of the job service's observers. The service calls dispatch() on its IPC thread for each message,
+ * one message at a time per observer; dispatch() decodes it and calls the notification. Each notification
+ * answers the service (0 for handled); the base's own bodies answer 0 and do nothing.
+ */
+class xsi_ais_job_observer : public gen_ipc_observer {
+public:
+    ~xsi_ais_job_observer() override;
+
+    PLAT_RESULT dispatch(long kind, char* data, unsigned int size, gen_ipc_msghdr header) override;
+
+    /* A user job changed state (started, ended, finished scanning). */
+    virtual PLAT_RESULT notify_job_state_changed(XSI_AIS_JOB_STATE state);
+    /* Scan progress of a job: two counts as the scanner reports them. */
+    virtual PLAT_RESULT notify_scan_count(unsigned int count_1, unsigned int count_2);
+    /* The start prohibition changed. */
+    virtual PLAT_RESULT notify_start_phb(unsigned int value);
+    /* The disabled settings (combination constraints) changed. */
+    virtual PLAT_RESULT notify_disable_info(unsigned int value);
+    /* The panel's main message changed. */
+    virtual PLAT_RESULT notify_main_message(unsigned int value);
+    /* Prohibition details for a job information set. */
+    virtual PLAT_RESULT notify_phb_info(unsigned int handler_id, XSI_AIS_PHB_INFO& info);
+    /* Panel message details for a job information set. */
+    virtual PLAT_RESULT notify_message_info(unsigned int handler_id, XSI_AIS_PHB_GET_MESSAGE& message);
+    /* A request of the job service to an application service. */
+    virtual PLAT_RESULT notify_app_service_request(dev_ulong request_id, const XSI_AIS_JOB_SERVICE_MSG& message);
+};
+
 /* ---- The facade ----------------------------------------------------------------------------------- */
 
 class xsi_ais_job_facade {
 public:
     /* The job service client of this process (one for the process, never deleted). */
     static xsi_ais_job_facade* xsi_ais_job_get_instance();
+
+    /* Observers: the service calls each registered observer on its IPC thread. Registering one twice gives
+     * XSI_AIS_JOB_DUPL_OBSERVER, removing one that is not registered (or null) XSI_AIS_JOB_NO_OBSERVER. */
+    PLAT_RESULT xsi_ais_job_add_observer(xsi_ais_job_observer* observer);
+    PLAT_RESULT xsi_ais_job_remove_observer(xsi_ais_job_observer* observer);
 
     /* Job information sets. */
     PLAT_RESULT xsi_ais_job_generate_jobinfo(XSI_AIS_JOB_CATEGORY category, unsigned int& handler_id);

@@ -21,8 +21,10 @@
 #include <cstdint>
 #include <string>
 
+#include "gen_ipc.h"
 #include "plat_types.h"
 #include "xsi_ais_job_state.h"
+#include "xsi_pbfs_event.h"
 
 /* ---- Result codes ---------------------------------------------------------------------------------------
  * The job service's codes, shared by its job and job information facades. */
@@ -276,6 +278,54 @@ struct XSI_AIS_JOBINFO_RECEIVE_INFO {
 PLAT_ASSERT_OFFSET(XSI_AIS_JOBINFO_RECEIVE_INFO, detail, 4);
 PLAT_ASSERT_SIZE(XSI_AIS_JOBINFO_RECEIVE_INFO, 860);
 
+/* ---- The job information service's observer ----------------------------------------------------------- */
+
+/* The information events as the observer receives them: the event records (xsi_pbfs_event.h). */
+typedef XSI_PBFS_EVENT_PRINT_PAGE XSI_AIS_EVENT_PRINT_PAGE;
+typedef XSI_PBFS_EVENT_SCAN_PAGE XSI_AIS_EVENT_SCAN_PAGE;
+typedef XSI_PBFS_EVENT_SEND_PAGE XSI_AIS_EVENT_SEND_PAGE;
+typedef XSI_PBFS_EVENT_JOB_UPDATE_LOG XSI_AIS_EVENT_JOB_UPDATE_LOG;
+typedef XSI_PBFS_EVENT_RENINT_START XSI_AIS_EVENT_RENINT_START;
+
+/* How the making of an image log went. */
+enum XSI_AIS_IMAGELOG_CREATE_STATUS_VAL : int32_t {
+    XSI_AIS_IMAGELOG_CREATE_OK = 0,
+    XSI_AIS_IMAGELOG_CREATE_ERROR = 1
+};
+
+/* Message ids (gen_ipc_msghdr::msg_id) of the job information service's notifications. */
+enum XSI_AIS_JOBINFO_OBSERVER_MSG : int {
+    XSI_AIS_JOBINFO_MSG_JOB_UPDATE_LOG = 1,          /* XSI_AIS_EVENT_JOB_UPDATE_LOG */
+    XSI_AIS_JOBINFO_MSG_PRINT_PAGE = 2,              /* XSI_AIS_EVENT_PRINT_PAGE */
+    XSI_AIS_JOBINFO_MSG_SCAN_PAGE = 3,               /* XSI_AIS_EVENT_SCAN_PAGE */
+    XSI_AIS_JOBINFO_MSG_SEND_PAGE = 4,               /* XSI_AIS_EVENT_SEND_PAGE */
+    XSI_AIS_JOBINFO_MSG_RENINT_START = 5,            /* XSI_AIS_EVENT_RENINT_START, a 32-bit flag (1: a job name
+                                                        follows), then the NUL-terminated job name */
+    XSI_AIS_JOBINFO_MSG_IMAGELOG_CREATE_STATUS = 6   /* 32-bit user job id, image id, status */
+};
+
+/*
+ * The base of the job information service's observers. The service calls dispatch() on its IPC thread for
+ * each message, one at a time per observer; dispatch() decodes it and calls the notification, whose answer
+ * goes back to the service (0 for handled). A message it cannot decode is answered with
+ * XSI_AIS_JOBINFO_IPC_ERROR. The base's own bodies answer 0 and do nothing.
+ */
+class xsi_ais_jobinfo_observer : public gen_ipc_observer {
+public:
+    ~xsi_ais_jobinfo_observer() override;
+
+    PLAT_RESULT dispatch(long kind, char* data, unsigned int size, gen_ipc_msghdr header) override;
+
+    virtual PLAT_RESULT notify_job_update_log(const XSI_AIS_EVENT_JOB_UPDATE_LOG& event);
+    virtual PLAT_RESULT notify_print_page_info(const XSI_AIS_EVENT_PRINT_PAGE& event);
+    virtual PLAT_RESULT notify_scan_page_info(const XSI_AIS_EVENT_SCAN_PAGE& event);
+    virtual PLAT_RESULT notify_fax_send_page_info(const XSI_AIS_EVENT_SEND_PAGE& event);
+    /* `jobName` is null when the job came without a name. */
+    virtual PLAT_RESULT notify_renint_start_info(const XSI_AIS_EVENT_RENINT_START& event, const char* jobName);
+    virtual PLAT_RESULT notify_imagelog_create_status(unsigned int user_job_id, dev_ulong image_id,
+                                                      XSI_AIS_IMAGELOG_CREATE_STATUS_VAL status);
+};
+
 /* ---- The facade ----------------------------------------------------------------------------------------- */
 
 class xsi_ais_jobinfo_facade {
@@ -283,8 +333,11 @@ public:
     /* The service of this process; never null. */
     static xsi_ais_jobinfo_facade* xsi_ais_jobinfo_get_instance();
 
-    /* Registration of job information observers (xsi_ais_jobinfo_observer) belongs here too; it comes with
-     * the observer base. */
+    /* Observers: the service calls each registered observer on its IPC thread. Registering one twice gives
+     * XSI_AIS_JOBINFO_DUPL_OBSERVER, removing one that is not registered (or null)
+     * XSI_AIS_JOBINFO_NO_OBSERVER. */
+    PLAT_RESULT xsi_ais_jobinfo_add_observer(xsi_ais_jobinfo_observer* observer);
+    PLAT_RESULT xsi_ais_jobinfo_remove_observer(xsi_ais_jobinfo_observer* observer);
 
     /* The job log entry `receipt_id` of the log `type`, into `log`. */
     PLAT_RESULT xsi_ais_jobinfo_retrieve_joblog(unsigned int receipt_id, XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type,

@@ -20,6 +20,9 @@
 //     "scan_pages":    ["first page", "second page"],              what every scan job reads
 //     "scan_chunk":    16384,                                      most bytes one get_scan_data gives
 //     "ocr":           [ {"kind": "page", ...}, {"kind": "line", ...} ]  served to every set in order
+//     "run_jobs":      false,                                      kicked jobs run by themselves
+//     "pages":         1,                                          pages of every job kicked
+//     "user_name":     "alice"                                     the user name job states carry
 //   }
 //
 // Behaviour worth knowing when reading the bridge against it:
@@ -36,9 +39,11 @@
 //   - A forced result returns at once, leaving the device unchanged; out-values forced for the same call are
 //     still written, as a device that fails after handing out an id does.
 #include <algorithm>
+#include <atomic>
 #include <climits>
 #include <cstring>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -48,6 +53,7 @@
 
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"
+#include "jbrg_sim/jobinfo.h"
 #include "sim.h"
 #include "sim_internal.h"
 #include "xsi_ais_job.h"
@@ -159,6 +165,8 @@ struct service_rec {
 
 struct user_job_rec {
     jbrg_sim::job::user_job_info info;
+    std::map<int, unsigned int> numbers;  // the settings of its set when it was kicked
+    bool scan_end_reported = false;
     std::size_t scan_page = 0;
     std::size_t scan_offset = 0;
     bool scan_done = false;
@@ -234,6 +242,9 @@ struct layout {
     std::vector<std::string> scan_pages;
     std::size_t scan_chunk = XSI_AIS_JOB_GET_SCAN_DATA_SIZE;
     std::vector<ocr_record> ocr;
+    bool run_jobs = false;
+    unsigned pages = 1;
+    std::string user_name;
 };
 
 ocr_record parse_ocr(const json& o, std::size_t index) {
@@ -281,7 +292,7 @@ layout parse(const json& scenario) {
     const json none = json::object();
     const json& s = scenario.contains("job") ? scenario.at("job") : none;
     only_keys(s, {"defaults", "limits", "prohibited_categories", "disable_info", "main_message", "scan_pages",
-                  "scan_chunk", "ocr"},
+                  "scan_chunk", "ocr", "run_jobs", "pages", "user_name"},
               "job");
     if (s.contains("defaults")) {
         const json& d = s.at("defaults");
@@ -351,6 +362,13 @@ layout parse(const json& scenario) {
     }
     l.scan_chunk = static_cast<std::size_t>(integer_at(s, "scan_chunk", XSI_AIS_JOB_GET_SCAN_DATA_SIZE, 1,
                                                        XSI_AIS_JOB_GET_SCAN_DATA_SIZE, "job"));
+    if (s.contains("run_jobs")) {
+        if (!s.at("run_jobs").is_boolean()) bad("run_jobs must be true or false");
+        l.run_jobs = s.at("run_jobs").get<bool>();
+    }
+    l.pages = static_cast<unsigned>(integer_at(s, "pages", 1, 0, 1000, "job"));
+    l.user_name = text_at(s, "user_name", "job");
+    if (l.user_name.size() >= XSI_AIS_JOB_STATE_USER_NAME_SIZE) bad("user_name is too long");
     if (s.contains("ocr")) {
         const json& o = s.at("ocr");
         if (!o.is_array()) bad("ocr must be a list");
@@ -383,6 +401,10 @@ public:
         next_handler = kFirstHandler;
         next_service = kFirstService;
         next_user_job = kFirstUserJob;
+        run_jobs = layout_.run_jobs;
+        pages = layout_.pages;
+        next_receipt = 1;
+        ++generation;
     }
 
     const layout& scenario() const { return layout_; }
@@ -436,7 +458,7 @@ public:
         for (const auto& [id, s] : services) {
             if (s.user_job_id == 0) {
                 ++n;
-            } else if (!user_jobs.at(s.user_job_id).info.cancelled) {
+            } else if (!user_jobs.at(s.user_job_id).info.cancelled && !user_jobs.at(s.user_job_id).info.ended) {
                 ++n;
             }
         }
@@ -445,7 +467,8 @@ public:
 
     std::size_t running_user_jobs() const {
         return static_cast<std::size_t>(std::count_if(
-            user_jobs.begin(), user_jobs.end(), [](const auto& u) { return !u.second.info.cancelled; }));
+            user_jobs.begin(), user_jobs.end(),
+            [](const auto& u) { return !u.second.info.cancelled && !u.second.info.ended; }));
     }
 
     std::map<unsigned int, jobinfo> jobinfos;
@@ -457,6 +480,11 @@ public:
     unsigned int next_handler = kFirstHandler;
     unsigned int next_service = kFirstService;
     unsigned int next_user_job = kFirstUserJob;
+    bool run_jobs = false;
+    unsigned pages = 1;
+    dev_ulong next_receipt = 1;
+    // Counts scenario loads: a job run posted before a load does not touch the jobs after it.
+    unsigned long generation = 0;
 
 private:
     layout layout_;
@@ -476,6 +504,9 @@ values3 three_of(const jobinfo& j, int id) {
 }
 
 bool known_address_type(dev_ulong t) { return t >= XSI_AIS_JOB_ADDRESS_FTP && t <= XSI_AIS_JOB_ADDRESS_FAX; }
+
+// Lets the user job run on the service's IPC thread (defined with the observers below). Under the device lock.
+void post_run(unsigned int user_job_id);
 
 }  // namespace
 
@@ -856,7 +887,10 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_kick(unsigned int service_id, unsign
     u.info.handler_id = sv->second.handler_id;
     u.info.category = sv->second.category;
     u.info.cert_id = sv->second.cert_id;
+    u.info.pages = s.pages;
+    if (jobinfo* j = s.find(sv->second.handler_id); j != nullptr) u.numbers = j->now.numbers;
     s.user_jobs[user_job_id] = std::move(u);
+    if (s.run_jobs) post_run(user_job_id);
     call.out("user_job_id", &user_job_id);
     return XSI_AIS_JOB_OK;
 }
@@ -870,9 +904,13 @@ PLAT_RESULT cancel_job(unsigned int service_id, unsigned int user_job_id, dev_ul
     if (u == s.user_jobs.end()) return XSI_AIS_JOB_NOT_FOUND;
     if (u->second.info.service_id != service_id) return XSI_AIS_JOB_ILLEGAL_SERVICE_ID;
     if (u->second.info.cancelled) return XSI_AIS_JOB_CANCELED;
+    // A job that has ended can no longer be cancelled.
+    if (u->second.info.ended) return XSI_AIS_JOB_CANCEL_REJECT;
     u->second.info.cancelled = true;
     u->second.info.cancel_cert_id = cert_id;
     u->second.info.cancel_bkg = bkg;
+    // The job ends as cancelled on the service's thread, after whatever it was reporting.
+    post_run(user_job_id);
     return XSI_AIS_JOB_OK;
 }
 
@@ -949,7 +987,7 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_job_list(XSI_AIS_JOB_KIND kind, 
     if (kind < XSI_AIS_JOB_KIND_ALL || kind > XSI_AIS_JOB_KIND_FAX) return XSI_AIS_JOB_PARAM_ERROR;
     user_job_ids.clear();
     for (const auto& [id, u] : jobs().user_jobs) {
-        if (u.info.cancelled) continue;
+        if (u.info.cancelled || u.info.ended) continue;
         if (kind == XSI_AIS_JOB_KIND_ALL || kind_of(u.info.category) == kind) user_job_ids.push_back(id);
     }
     return XSI_AIS_JOB_OK;
@@ -1173,6 +1211,361 @@ int signage_mode(int func_type) {
     ensure_loaded();
     auto lock = device_lock();
     return known_func(func_type) ? jobs().signage[func_type] : 0;
+}
+
+}  // namespace jbrg_sim::job
+
+// ---- Observers and running jobs ------------------------------------------------------------------------
+//
+// The registered observers are kept apart from the device lock: notifications run on the service's IPC
+// thread ("job") without it, so that an observer may call back into the device. A job run is one task on
+// that thread: it reports the job's start, its pages (to the job information observers, through that
+// service's own thread), the end of scanning for jobs that read originals, and the end, followed by the
+// job log update. Before each step it looks at the job again: a cancelled job reports its cancelled end
+// instead and stops; a job that has ended reports nothing more.
+
+namespace {
+
+std::mutex& observers_mutex() {
+    static auto* m = new std::mutex;
+    return *m;
+}
+
+std::vector<xsi_ais_job_observer*>& observers() {
+    static auto* list = new std::vector<xsi_ais_job_observer*>;
+    return *list;
+}
+
+constexpr dev_ulong kJobSender = 1;  // the job service, as message headers name it
+
+// Hands one message to every registered observer; on the "job" thread.
+int32_t dispatch_all(int msg_id, std::vector<char>& data) {
+    static std::atomic<dev_ulong> sequence{0};
+    std::vector<xsi_ais_job_observer*> targets;
+    {
+        std::lock_guard<std::mutex> guard(observers_mutex());
+        targets = observers();
+    }
+    int32_t answer = 0;
+    for (xsi_ais_job_observer* o : targets) {
+        gen_ipc_msghdr header{static_cast<dev_ulong>(msg_id), kJobSender, static_cast<dev_ulong>(data.size()),
+                              ++sequence};
+        int32_t a = o->dispatch(1, data.data(), static_cast<unsigned int>(data.size()), header);
+        if (answer == 0) answer = a;
+    }
+    return answer;
+}
+
+// The same from any other thread: runs on the "job" thread and waits.
+int32_t send(int msg_id, std::vector<char> data) {
+    return jbrg_sim::deliver("job", [msg_id, data]() mutable { return dispatch_all(msg_id, data); });
+}
+
+void append(std::vector<char>& data, const void* p, std::size_t n) {
+    data.insert(data.end(), static_cast<const char*>(p), static_cast<const char*>(p) + n);
+}
+
+template <class... R>
+std::vector<char> message(const R&... parts) {
+    std::vector<char> data;
+    (append(data, &parts, sizeof parts), ...);
+    return data;
+}
+
+// Input and output device of a job of the category, as job states report them.
+struct devices {
+    uint8_t in, out;
+};
+devices devices_of(int category) {
+    switch (category) {
+        case XSI_AIS_JOB_CATEGORY_COPY: return {1, 2};          // scanner to printer
+        case XSI_AIS_JOB_CATEGORY_SCAN: return {1, 3};          // scanner to the application
+        case XSI_AIS_JOB_CATEGORY_SEND: return {1, 4};          // scanner to the network
+        case XSI_AIS_JOB_CATEGORY_FAX: return {1, 5};           // scanner to the fax line
+        case XSI_AIS_JOB_CATEGORY_BOX: return {6, 2};           // box to printer
+        case XSI_AIS_JOB_CATEGORY_DIRECT_PRINT: return {3, 2};  // the application to printer
+        case XSI_AIS_JOB_CATEGORY_RETRIEVE: return {6, 3};      // box to the application
+        default: return {0, 0};
+    }
+}
+
+XSI_AIS_JOB_STATE state_of(const user_job_rec& u, dev_ulong kind, dev_ulong result, const std::string& user) {
+    XSI_AIS_JOB_STATE st{};
+    st.state = kind;
+    st.user_job_id = u.info.user_job_id;
+    st.result = result;
+    st.job_mode = static_cast<uint16_t>(u.info.category);
+    std::memcpy(st.user_name, user.data(), std::min(user.size(), sizeof st.user_name - 1));
+    devices d = devices_of(u.info.category);
+    st.in_dev = d.in;
+    st.out_dev = d.out;
+    return st;
+}
+
+// One step of a job run, decided under the device lock and reported without it.
+struct step {
+    enum { none, start, page, scan_end, end } what = none;
+    XSI_AIS_JOB_STATE state{};
+    int category = 0;
+    unsigned page_number = 0;
+    std::map<int, unsigned int> numbers;
+    dev_ulong receipt_id = 0;
+};
+
+step next_step(unsigned int user_job_id, unsigned long generation) {
+    auto lock = jbrg_sim::device_lock();
+    job_service& s = jobs();
+    step st;
+    if (s.generation != generation) return st;
+    auto found = s.user_jobs.find(user_job_id);
+    if (found == s.user_jobs.end() || found->second.info.ended) return st;
+    user_job_rec& u = found->second;
+    jbrg_sim::job::user_job_info& i = u.info;
+    st.category = i.category;
+    st.numbers = u.numbers;
+    const std::string& user = s.scenario().user_name;
+    bool reads = kind_of(i.category) == XSI_AIS_JOB_KIND_SCAN;
+    if (i.cancelled) {
+        i.ended = true;
+        i.end_result = XSI_AIS_JOB_RESULT_CANCEL;
+        st.what = step::end;
+        st.state = state_of(u, XSI_AIS_JOB_STATE_END, XSI_AIS_JOB_RESULT_CANCEL, user);
+    } else if (!i.started) {
+        i.started = true;
+        st.what = step::start;
+        st.state = state_of(u, XSI_AIS_JOB_STATE_START, 0, user);
+    } else if (i.pages_done < i.pages) {
+        st.what = step::page;
+        st.page_number = ++i.pages_done;
+        st.state = state_of(u, XSI_AIS_JOB_STATE_START, 0, user);
+    } else if (reads && !u.scan_end_reported) {
+        u.scan_end_reported = true;
+        st.what = step::scan_end;
+        st.state = state_of(u, XSI_AIS_JOB_STATE_SCAN_END, 0, user);
+    } else {
+        i.ended = true;
+        i.end_result = XSI_AIS_JOB_RESULT_COMPLETE;
+        st.what = step::end;
+        st.receipt_id = s.next_receipt++;
+        st.state = state_of(u, XSI_AIS_JOB_STATE_END, XSI_AIS_JOB_RESULT_COMPLETE, user);
+    }
+    return st;
+}
+
+void report_page(const step& st) {
+    auto n = [&](int id) {
+        auto v = st.numbers.find(id);
+        return static_cast<int32_t>(v == st.numbers.end() ? 0 : v->second);
+    };
+    uint32_t job = st.state.user_job_id;
+    switch (kind_of(st.category)) {
+        case XSI_AIS_JOB_KIND_SCAN: {
+            XSI_AIS_EVENT_SCAN_PAGE e{};
+            e.user_job_id = job;
+            e.page_number = st.page_number;
+            e.scan_paper_size = n(XSI_AIS_JOB_SETTING_ORIGINAL_SIZE);
+            e.duplex = n(XSI_AIS_JOB_SETTING_DUPLEX);
+            e.color_mono = n(XSI_AIS_JOB_SETTING_COLOR_MODE);
+            e.resolution = n(XSI_AIS_JOB_SETTING_RESOLUTION);
+            jbrg_sim::jobinfo::notify_scan_page_info(e);
+            break;
+        }
+        case XSI_AIS_JOB_KIND_FAX: {
+            XSI_AIS_EVENT_SEND_PAGE e{job, st.page_number};
+            jbrg_sim::jobinfo::notify_fax_send_page_info(e);
+            break;
+        }
+        default: {
+            XSI_AIS_EVENT_PRINT_PAGE e{};
+            e.user_job_id = job;
+            e.page_number = st.page_number;
+            e.exhaust = 1;
+            e.cass = n(XSI_AIS_JOB_SETTING_PAPER_SOURCE);
+            e.paper_size = n(XSI_AIS_JOB_SETTING_ORIGINAL_SIZE);
+            e.duplex = n(XSI_AIS_JOB_SETTING_DUPLEX);
+            e.color_mode = n(XSI_AIS_JOB_SETTING_COLOR_MODE);
+            jbrg_sim::jobinfo::notify_print_page_info(e);
+            break;
+        }
+    }
+}
+
+// The whole run (or what is left of it); on the "job" thread.
+int32_t run(unsigned int user_job_id, unsigned long generation) {
+    for (;;) {
+        step st = next_step(user_job_id, generation);
+        if (st.what == step::none) return 0;
+        if (st.what == step::page) {
+            report_page(st);
+            continue;
+        }
+        auto data = message(st.state);
+        dispatch_all(XSI_AIS_JOB_MSG_JOB_STATE_CHANGED, data);
+        if (st.what == step::end) {
+            if (st.receipt_id != 0) {
+                XSI_AIS_EVENT_JOB_UPDATE_LOG e{user_job_id, st.receipt_id};
+                jbrg_sim::jobinfo::notify_job_update_log(e);
+            }
+            return 0;
+        }
+    }
+}
+
+void post_run(unsigned int user_job_id) {
+    unsigned long generation = jobs().generation;
+    // Nobody waits: the run reports to whoever is registered when it gets there.
+    (void)jbrg_sim::deliver_async("job", [user_job_id, generation] { return run(user_job_id, generation); });
+}
+
+}  // namespace
+
+xsi_ais_job_observer::~xsi_ais_job_observer() = default;
+
+PLAT_RESULT xsi_ais_job_observer::dispatch(long, char* data, unsigned int size, gen_ipc_msghdr header) {
+    auto u32 = [&](std::size_t at) {
+        uint32_t v = 0;
+        std::memcpy(&v, data + at, sizeof v);
+        return v;
+    };
+    if (data == nullptr && size != 0) return XSI_AIS_JOB_OBSERVER_BAD_MESSAGE;
+    switch (static_cast<int>(header.msg_id)) {
+        case XSI_AIS_JOB_MSG_JOB_STATE_CHANGED: {
+            XSI_AIS_JOB_STATE st{};
+            if (size != sizeof st) break;
+            std::memcpy(&st, data, sizeof st);
+            return notify_job_state_changed(st);
+        }
+        case XSI_AIS_JOB_MSG_SCAN_COUNT:
+            if (size != 8) break;
+            return notify_scan_count(u32(0), u32(4));
+        case XSI_AIS_JOB_MSG_START_PHB:
+            if (size != 4) break;
+            return notify_start_phb(u32(0));
+        case XSI_AIS_JOB_MSG_DISABLE_INFO:
+            if (size != 4) break;
+            return notify_disable_info(u32(0));
+        case XSI_AIS_JOB_MSG_MAIN_MESSAGE:
+            if (size != 4) break;
+            return notify_main_message(u32(0));
+        case XSI_AIS_JOB_MSG_PHB_INFO: {
+            XSI_AIS_PHB_INFO info{};
+            if (size != 4 + sizeof info) break;
+            std::memcpy(&info, data + 4, sizeof info);
+            return notify_phb_info(u32(0), info);
+        }
+        case XSI_AIS_JOB_MSG_MESSAGE_INFO: {
+            XSI_AIS_PHB_GET_MESSAGE msg{};
+            if (size != 4 + sizeof msg) break;
+            std::memcpy(&msg, data + 4, sizeof msg);
+            return notify_message_info(u32(0), msg);
+        }
+        case XSI_AIS_JOB_MSG_APP_SERVICE_REQUEST: {
+            XSI_AIS_JOB_SERVICE_MSG msg{};
+            if (size != 4 + sizeof msg) break;
+            std::memcpy(&msg, data + 4, sizeof msg);
+            return notify_app_service_request(u32(0), msg);
+        }
+        default:
+            break;
+    }
+    return XSI_AIS_JOB_OBSERVER_BAD_MESSAGE;
+}
+
+PLAT_RESULT xsi_ais_job_observer::notify_job_state_changed(XSI_AIS_JOB_STATE) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_job_observer::notify_scan_count(unsigned int, unsigned int) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_job_observer::notify_start_phb(unsigned int) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_job_observer::notify_disable_info(unsigned int) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_job_observer::notify_main_message(unsigned int) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_job_observer::notify_phb_info(unsigned int, XSI_AIS_PHB_INFO&) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_job_observer::notify_message_info(unsigned int, XSI_AIS_PHB_GET_MESSAGE&) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_job_observer::notify_app_service_request(dev_ulong, const XSI_AIS_JOB_SERVICE_MSG&) {
+    return PLAT_OK;
+}
+
+PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_add_observer(xsi_ais_job_observer* observer) {
+    jbrg_sim::op call("xsi_ais_job_add_observer", static_cast<const void*>(observer));
+    if (call.forced()) return call.result();
+    if (observer == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    std::lock_guard<std::mutex> guard(observers_mutex());
+    auto& list = observers();
+    if (std::find(list.begin(), list.end(), observer) != list.end()) return XSI_AIS_JOB_DUPL_OBSERVER;
+    list.push_back(observer);
+    return XSI_AIS_JOB_OK;
+}
+
+PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_remove_observer(xsi_ais_job_observer* observer) {
+    jbrg_sim::op call("xsi_ais_job_remove_observer", static_cast<const void*>(observer));
+    if (call.forced()) return call.result();
+    std::lock_guard<std::mutex> guard(observers_mutex());
+    auto& list = observers();
+    auto at = std::find(list.begin(), list.end(), observer);
+    if (observer == nullptr || at == list.end()) return XSI_AIS_JOB_NO_OBSERVER;
+    list.erase(at);
+    return XSI_AIS_JOB_OK;
+}
+
+namespace jbrg_sim::job {
+
+int32_t notify_job_state_changed(const XSI_AIS_JOB_STATE& state) {
+    return send(XSI_AIS_JOB_MSG_JOB_STATE_CHANGED, message(state));
+}
+int32_t notify_scan_count(unsigned int count_1, unsigned int count_2) {
+    uint32_t a = count_1, b = count_2;
+    return send(XSI_AIS_JOB_MSG_SCAN_COUNT, message(a, b));
+}
+int32_t notify_start_phb(unsigned int value) {
+    uint32_t v = value;
+    return send(XSI_AIS_JOB_MSG_START_PHB, message(v));
+}
+int32_t notify_disable_info(unsigned int value) {
+    uint32_t v = value;
+    return send(XSI_AIS_JOB_MSG_DISABLE_INFO, message(v));
+}
+int32_t notify_main_message(unsigned int value) {
+    uint32_t v = value;
+    return send(XSI_AIS_JOB_MSG_MAIN_MESSAGE, message(v));
+}
+int32_t notify_phb_info(unsigned int handler_id, const XSI_AIS_PHB_INFO& info) {
+    uint32_t h = handler_id;
+    return send(XSI_AIS_JOB_MSG_PHB_INFO, message(h, info));
+}
+int32_t notify_message_info(unsigned int handler_id, const XSI_AIS_PHB_GET_MESSAGE& msg) {
+    uint32_t h = handler_id;
+    return send(XSI_AIS_JOB_MSG_MESSAGE_INFO, message(h, msg));
+}
+int32_t notify_app_service_request(uint32_t request_id, const XSI_AIS_JOB_SERVICE_MSG& msg) {
+    return send(XSI_AIS_JOB_MSG_APP_SERVICE_REQUEST, message(request_id, msg));
+}
+
+std::size_t observer_count() {
+    std::lock_guard<std::mutex> guard(observers_mutex());
+    return observers().size();
+}
+
+void run_jobs(bool on) {
+    ensure_loaded();
+    auto lock = device_lock();
+    jobs().run_jobs = on;
+}
+
+void set_pages(unsigned pages) {
+    ensure_loaded();
+    auto lock = device_lock();
+    jobs().pages = pages;
+}
+
+bool finish(unsigned user_job_id) {
+    ensure_loaded();
+    unsigned long generation = 0;
+    {
+        auto lock = device_lock();
+        if (jobs().user_jobs.count(user_job_id) == 0) return false;
+        generation = jobs().generation;
+    }
+    deliver("job", [user_job_id, generation] { return run(user_job_id, generation); });
+    auto lock = device_lock();
+    auto u = jobs().user_jobs.find(user_job_id);
+    return u != jobs().user_jobs.end() && u->second.info.ended;
 }
 
 }  // namespace jbrg_sim::job

@@ -33,6 +33,8 @@
 //     out of retrieve_imagelog is emptied the same way. The out-value "text" of retrieve_imagelog can be forced.
 //   - Every call logs its parameters in order: numbers in decimal, records and the text out as pointers.
 #include <algorithm>
+#include <atomic>
+#include <mutex>
 #include <cstring>
 #include <initializer_list>
 #include <map>
@@ -43,6 +45,7 @@
 #include <vector>
 
 #include "jbrg_sim/control.h"
+#include "jbrg_sim/jobinfo.h"
 #include "sim.h"
 #include "xsi_ais_jobinfo.h"
 
@@ -405,3 +408,179 @@ PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_imagelog(dev_ulong im
     auto lock = jbrg_sim::device_lock();
     return jobinfo().images().erase(image_id) != 0 ? XSI_AIS_JOBINFO_OK : XSI_AIS_JOBINFO_NOT_FOUND;
 }
+
+// ---- Observers ------------------------------------------------------------------------------------------
+//
+// The registered observers are kept apart from the device lock: notifications run on the service's IPC
+// thread without it, so that an observer may call back into the device.
+
+namespace {
+
+std::mutex& observers_mutex() {
+    static auto* m = new std::mutex;
+    return *m;
+}
+
+std::vector<xsi_ais_jobinfo_observer*>& observers() {
+    static auto* list = new std::vector<xsi_ais_jobinfo_observer*>;
+    return *list;
+}
+
+constexpr dev_ulong kJobinfoSender = 2;  // the job information service, as message headers name it
+
+// Sends one message to every registered observer, on the service's IPC thread.
+int32_t send(int msg_id, std::vector<char> data) {
+    std::vector<xsi_ais_jobinfo_observer*> targets;
+    {
+        std::lock_guard<std::mutex> guard(observers_mutex());
+        targets = observers();
+    }
+    static std::atomic<dev_ulong> sequence{0};
+    return jbrg_sim::deliver("jobinfo", [targets, msg_id, data]() mutable {
+        int32_t answer = 0;
+        for (xsi_ais_jobinfo_observer* o : targets) {
+            gen_ipc_msghdr header{static_cast<dev_ulong>(msg_id), kJobinfoSender, static_cast<dev_ulong>(data.size()),
+                                  ++sequence};
+            int32_t a = o->dispatch(1, data.data(), static_cast<unsigned int>(data.size()), header);
+            if (answer == 0) answer = a;
+        }
+        return answer;
+    });
+}
+
+template <class R>
+std::vector<char> bytes_of(const R& record) {
+    std::vector<char> b(sizeof record);
+    std::memcpy(b.data(), &record, sizeof record);
+    return b;
+}
+
+template <class R>
+bool read_record(const char* data, unsigned int size, R& record) {
+    if (data == nullptr || size != sizeof record) return false;
+    std::memcpy(&record, data, sizeof record);
+    return true;
+}
+
+}  // namespace
+
+xsi_ais_jobinfo_observer::~xsi_ais_jobinfo_observer() = default;
+
+PLAT_RESULT xsi_ais_jobinfo_observer::dispatch(long, char* data, unsigned int size, gen_ipc_msghdr header) {
+    switch (static_cast<int>(header.msg_id)) {
+        case XSI_AIS_JOBINFO_MSG_JOB_UPDATE_LOG: {
+            XSI_AIS_EVENT_JOB_UPDATE_LOG e{};
+            if (!read_record(data, size, e)) break;
+            return notify_job_update_log(e);
+        }
+        case XSI_AIS_JOBINFO_MSG_PRINT_PAGE: {
+            XSI_AIS_EVENT_PRINT_PAGE e{};
+            if (!read_record(data, size, e)) break;
+            return notify_print_page_info(e);
+        }
+        case XSI_AIS_JOBINFO_MSG_SCAN_PAGE: {
+            XSI_AIS_EVENT_SCAN_PAGE e{};
+            if (!read_record(data, size, e)) break;
+            return notify_scan_page_info(e);
+        }
+        case XSI_AIS_JOBINFO_MSG_SEND_PAGE: {
+            XSI_AIS_EVENT_SEND_PAGE e{};
+            if (!read_record(data, size, e)) break;
+            return notify_fax_send_page_info(e);
+        }
+        case XSI_AIS_JOBINFO_MSG_RENINT_START: {
+            XSI_AIS_EVENT_RENINT_START e{};
+            uint32_t named = 0;
+            constexpr unsigned int fixed = sizeof e + sizeof named;
+            if (data == nullptr || size < fixed) break;
+            std::memcpy(&e, data, sizeof e);
+            std::memcpy(&named, data + sizeof e, sizeof named);
+            if (named == 0) {
+                if (size != fixed) break;
+                return notify_renint_start_info(e, nullptr);
+            }
+            // The name must end within the message.
+            if (size == fixed || data[size - 1] != '\0') break;
+            return notify_renint_start_info(e, data + fixed);
+        }
+        case XSI_AIS_JOBINFO_MSG_IMAGELOG_CREATE_STATUS: {
+            uint32_t v[3] = {};
+            if (data == nullptr || size != sizeof v) break;
+            std::memcpy(v, data, sizeof v);
+            return notify_imagelog_create_status(v[0], v[1], static_cast<XSI_AIS_IMAGELOG_CREATE_STATUS_VAL>(v[2]));
+        }
+        default:
+            break;
+    }
+    return XSI_AIS_JOBINFO_IPC_ERROR;
+}
+
+PLAT_RESULT xsi_ais_jobinfo_observer::notify_job_update_log(const XSI_AIS_EVENT_JOB_UPDATE_LOG&) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_jobinfo_observer::notify_print_page_info(const XSI_AIS_EVENT_PRINT_PAGE&) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_jobinfo_observer::notify_scan_page_info(const XSI_AIS_EVENT_SCAN_PAGE&) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_jobinfo_observer::notify_fax_send_page_info(const XSI_AIS_EVENT_SEND_PAGE&) { return PLAT_OK; }
+PLAT_RESULT xsi_ais_jobinfo_observer::notify_renint_start_info(const XSI_AIS_EVENT_RENINT_START&, const char*) {
+    return PLAT_OK;
+}
+PLAT_RESULT xsi_ais_jobinfo_observer::notify_imagelog_create_status(unsigned int, dev_ulong,
+                                                                    XSI_AIS_IMAGELOG_CREATE_STATUS_VAL) {
+    return PLAT_OK;
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_add_observer(xsi_ais_jobinfo_observer* observer) {
+    jbrg_sim::op call("xsi_ais_jobinfo_add_observer", static_cast<const void*>(observer));
+    if (call.forced()) return call.result();
+    if (observer == nullptr) return XSI_AIS_JOBINFO_PARAM_ERROR;
+    std::lock_guard<std::mutex> guard(observers_mutex());
+    auto& list = observers();
+    if (std::find(list.begin(), list.end(), observer) != list.end()) return XSI_AIS_JOBINFO_DUPL_OBSERVER;
+    list.push_back(observer);
+    return XSI_AIS_JOBINFO_OK;
+}
+
+PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_remove_observer(xsi_ais_jobinfo_observer* observer) {
+    jbrg_sim::op call("xsi_ais_jobinfo_remove_observer", static_cast<const void*>(observer));
+    if (call.forced()) return call.result();
+    std::lock_guard<std::mutex> guard(observers_mutex());
+    auto& list = observers();
+    auto at = std::find(list.begin(), list.end(), observer);
+    if (observer == nullptr || at == list.end()) return XSI_AIS_JOBINFO_NO_OBSERVER;
+    list.erase(at);
+    return XSI_AIS_JOBINFO_OK;
+}
+
+namespace jbrg_sim::jobinfo {
+
+int32_t notify_job_update_log(const XSI_AIS_EVENT_JOB_UPDATE_LOG& event) {
+    return send(XSI_AIS_JOBINFO_MSG_JOB_UPDATE_LOG, bytes_of(event));
+}
+int32_t notify_print_page_info(const XSI_AIS_EVENT_PRINT_PAGE& event) {
+    return send(XSI_AIS_JOBINFO_MSG_PRINT_PAGE, bytes_of(event));
+}
+int32_t notify_scan_page_info(const XSI_AIS_EVENT_SCAN_PAGE& event) {
+    return send(XSI_AIS_JOBINFO_MSG_SCAN_PAGE, bytes_of(event));
+}
+int32_t notify_fax_send_page_info(const XSI_AIS_EVENT_SEND_PAGE& event) {
+    return send(XSI_AIS_JOBINFO_MSG_SEND_PAGE, bytes_of(event));
+}
+int32_t notify_renint_start_info(const XSI_AIS_EVENT_RENINT_START& event, const char* job_name) {
+    std::vector<char> data = bytes_of(event);
+    uint32_t named = job_name != nullptr ? 1 : 0;
+    data.insert(data.end(), reinterpret_cast<const char*>(&named), reinterpret_cast<const char*>(&named) + sizeof named);
+    if (job_name != nullptr) data.insert(data.end(), job_name, job_name + std::strlen(job_name) + 1);
+    return send(XSI_AIS_JOBINFO_MSG_RENINT_START, std::move(data));
+}
+int32_t notify_imagelog_create_status(unsigned int user_job_id, uint32_t image_id,
+                                      XSI_AIS_IMAGELOG_CREATE_STATUS_VAL status) {
+    uint32_t v[3] = {user_job_id, image_id, static_cast<uint32_t>(status)};
+    std::vector<char> data(sizeof v);
+    std::memcpy(data.data(), v, sizeof v);
+    return send(XSI_AIS_JOBINFO_MSG_IMAGELOG_CREATE_STATUS, std::move(data));
+}
+
+std::size_t observer_count() {
+    std::lock_guard<std::mutex> guard(observers_mutex());
+    return observers().size();
+}
+
+}  // namespace jbrg_sim::jobinfo
