@@ -190,11 +190,11 @@ public:
     dev_ulong next_registration = 1;
 };
 
-app_service& service() {
+app_service& app_state() {
     static app_service* s = new app_service;
     return *s;
 }
-[[maybe_unused]] const app_service& registered = service();
+[[maybe_unused]] const app_service& registered = app_state();
 
 void copy_text(char* field, std::size_t capacity, const std::string& text) {
     std::size_t n = std::min(text.size(), capacity - 1);
@@ -209,7 +209,7 @@ void copy_text(char (&field)[N], const std::string& text) {
 PLAT_RESULT detail_of(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail, std::optional<int32_t> lang) {
     if (app_id == nullptr || detail == nullptr) return XAM_ADS_RESULT_PARAM;
     auto lock = jbrg_sim::device_lock();
-    installed_app* a = service().find(app_id);
+    installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     std::memset(detail, 0, sizeof *detail);
     copy_text(detail->app_id, a->id);
@@ -232,7 +232,7 @@ PLAT_RESULT detail_of(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail, std::
 PLAT_RESULT record_result(const char* request, const char* app_id, XAM_ADS_RETCODE code) {
     if (app_id == nullptr) return XAM_ADS_RESULT_PARAM;
     auto lock = jbrg_sim::device_lock();
-    service().results.push_back(jbrg_sim::apps::result{request, app_id, code});
+    app_state().results.push_back(jbrg_sim::apps::result{request, app_id, code});
     return XAM_ADS_RESULT_OK;
 }
 
@@ -243,7 +243,7 @@ int32_t send(dev_ulong msg_id, std::string data) {
         std::vector<xam_ads_app_operation_observer*> targets;
         {
             auto lock = jbrg_sim::device_lock();
-            for (const auto& r : service().observers) targets.push_back(r.second);
+            for (const auto& r : app_state().observers) targets.push_back(r.second);
         }
         int32_t answer = 0;
         for (xam_ads_app_operation_observer* o : targets) {
@@ -318,7 +318,7 @@ PLAT_RESULT xam_ads_facade::xam_ads_get_app_num_info(XAM_ADS_APP_TYPE type, dev_
     if (num == nullptr) return XAM_ADS_RESULT_PARAM;
     {
         auto lock = jbrg_sim::device_lock();
-        *num = static_cast<dev_ulong>(std::count_if(service().apps.begin(), service().apps.end(), [&](const installed_app& a) {
+        *num = static_cast<dev_ulong>(std::count_if(app_state().apps.begin(), app_state().apps.end(), [&](const installed_app& a) {
             return type == XAM_ADS_APP_TYPE_ALL || a.type == type;
         }));
     }
@@ -337,7 +337,7 @@ PLAT_RESULT xam_ads_facade::xam_ads_get_app_list(XAM_ADS_APP_TYPE type, dev_ulon
         auto lock = jbrg_sim::device_lock();
         dev_ulong index = 0;
         dev_ulong written = 0;
-        for (const installed_app& a : service().apps) {
+        for (const installed_app& a : app_state().apps) {
             if (type != XAM_ADS_APP_TYPE_ALL && a.type != type) continue;
             if (index++ < start) continue;
             if (written == count) break;
@@ -373,7 +373,7 @@ PLAT_RESULT xam_ads_facade::xam_ads_get_library_num(const char* app_id, dev_ulon
     if (app_id == nullptr || num == nullptr) return XAM_ADS_RESULT_PARAM;
     {
         auto lock = jbrg_sim::device_lock();
-        installed_app* a = service().find(app_id);
+        installed_app* a = app_state().find(app_id);
         if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
         *num = static_cast<dev_ulong>(a->libraries.size());
     }
@@ -386,7 +386,7 @@ PLAT_RESULT xam_ads_facade::xam_ads_get_library_list(const char* app_id, dev_ulo
     if (call.forced()) return call.result();
     if (app_id == nullptr || (list == nullptr && num > 0)) return XAM_ADS_RESULT_PARAM;
     auto lock = jbrg_sim::device_lock();
-    installed_app* a = service().find(app_id);
+    installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     // As many names as the caller has slots for; the slots beyond the application's libraries are left alone.
     std::size_t n = std::min<std::size_t>(num, a->libraries.size());
@@ -399,7 +399,7 @@ PLAT_RESULT xam_ads_facade::xam_ads_start_app(const char* app_id) {
     if (call.forced()) return call.result();
     if (app_id == nullptr) return XAM_ADS_RESULT_PARAM;
     auto lock = jbrg_sim::device_lock();
-    installed_app* a = service().find(app_id);
+    installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     if (a->state != XAM_ADS_LIST_STATE_STOPPED) return XAM_ADS_RESULT_STATE;
     a->state = XAM_ADS_LIST_STATE_RUNNING;
@@ -412,7 +412,7 @@ PLAT_RESULT xam_ads_facade::xam_ads_stop_app(const char* app_id) {
     if (call.forced()) return call.result();
     if (app_id == nullptr) return XAM_ADS_RESULT_PARAM;
     auto lock = jbrg_sim::device_lock();
-    installed_app* a = service().find(app_id);
+    installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     if (a->state == XAM_ADS_LIST_STATE_STOPPED) return XAM_ADS_RESULT_STATE;
     a->state = XAM_ADS_LIST_STATE_STOPPED;
@@ -425,7 +425,7 @@ PLAT_RESULT xam_ads_facade::xam_ads_set_config_url(const char* app_id, const cha
     if (call.forced()) return call.result();
     if (app_id == nullptr || url == nullptr) return XAM_ADS_RESULT_PARAM;
     auto lock = jbrg_sim::device_lock();
-    installed_app* a = service().find(app_id);
+    installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     a->config_url = url;
     return XAM_ADS_RESULT_OK;
@@ -461,7 +461,7 @@ PLAT_RESULT xam_ads_facade::xam_ads_notify_ovpl_basis_state(XAM_ADS_BASIS_TYPE t
     if (type != XAM_ADS_BASIS_TYPE_JAVA) return XAM_ADS_RESULT_PARAM;
     if (state != XAM_ADS_BASIS_STATE_NOT_READY && state != XAM_ADS_BASIS_STATE_READY) return XAM_ADS_RESULT_PARAM;
     auto lock = jbrg_sim::device_lock();
-    service().basis_state = state;
+    app_state().basis_state = state;
     return XAM_ADS_RESULT_OK;
 }
 
@@ -471,8 +471,8 @@ PLAT_RESULT xam_ads_facade::xam_ads_add_app_operation_observer(xam_ads_app_opera
     if (call.forced()) return call.result();
     if (observer == nullptr || type != XAM_ADS_BASIS_TYPE_JAVA) return XAM_ADS_RESULT_PARAM;
     auto lock = jbrg_sim::device_lock();
-    id = service().next_registration++;
-    service().observers.emplace_back(id, observer);
+    id = app_state().next_registration++;
+    app_state().observers.emplace_back(id, observer);
     return XAM_ADS_RESULT_OK;
 }
 
@@ -480,7 +480,7 @@ PLAT_RESULT xam_ads_facade::xam_ads_remove_app_operation_observer(dev_ulong id) 
     jbrg_sim::op call("xam_ads_remove_app_operation_observer", id);
     if (call.forced()) return call.result();
     auto lock = jbrg_sim::device_lock();
-    auto& list = service().observers;
+    auto& list = app_state().observers;
     auto it = std::find_if(list.begin(), list.end(), [&](const auto& r) { return r.first == id; });
     if (it == list.end()) return XAM_ADS_RESULT_ERR;
     list.erase(it);
@@ -494,7 +494,7 @@ namespace jbrg_sim::apps {
 std::optional<app_info> app(const std::string& app_id) {
     ensure_loaded();
     auto lock = device_lock();
-    installed_app* a = service().find(app_id.c_str());
+    installed_app* a = app_state().find(app_id.c_str());
     if (a == nullptr) return std::nullopt;
     return app_info{a->id, a->state, a->detail_state, a->config_url};
 }
@@ -502,19 +502,19 @@ std::optional<app_info> app(const std::string& app_id) {
 std::vector<result> results() {
     ensure_loaded();
     auto lock = device_lock();
-    return service().results;
+    return app_state().results;
 }
 
 int32_t basis_state() {
     ensure_loaded();
     auto lock = device_lock();
-    return service().basis_state;
+    return app_state().basis_state;
 }
 
 std::size_t observers() {
     ensure_loaded();
     auto lock = device_lock();
-    return service().observers.size();
+    return app_state().observers.size();
 }
 
 int32_t run_app(const std::string& app_id) { return send(XAM_ADS_MSG_RUN_APP, app_id); }
