@@ -1,6 +1,6 @@
 // The application-management service's keeping of the soft numeric keypad's initial setting, per
 // application. A setting for an application replaces the one it had; a null or empty application id gives
-// XAM_ADS_NG. The call log shows the setting by its fields, "{display_mode=1, layout=2, x=10, y=20}".
+// XAM_ADS_RESULT_ERR. The call log shows the setting by its fields, "{display_mode=1, layout=2, x=10, y=20}".
 #include <map>
 #include <string>
 
@@ -33,19 +33,14 @@ std::string setting_text(const XAM_ADS_SOFTWARE_TENKEY_SETTING& s) {
 
 }  // namespace
 
-xam_ads_facade* xam_ads_facade::xam_ads_get_instance() {
-    static xam_ads_facade* instance = new xam_ads_facade;
-    return instance;
-}
-
 PLAT_RESULT xam_ads_facade::xam_ads_request_software_tenkey_initial_setting(
     const char* app_id, const XAM_ADS_SOFTWARE_TENKEY_SETTING& setting) {
     jbrg_sim::op call("xam_ads_request_software_tenkey_initial_setting", app_id, setting_text(setting));
     if (call.forced()) return call.result();
-    if (app_id == nullptr || app_id[0] == '\0') return XAM_ADS_NG;
+    if (app_id == nullptr || app_id[0] == '\0') return XAM_ADS_RESULT_ERR;
     auto lock = jbrg_sim::device_lock();
     keeper().settings[app_id] = setting;
-    return XAM_ADS_OK;
+    return XAM_ADS_RESULT_OK;
 }
 
 namespace jbrg_sim::panel {

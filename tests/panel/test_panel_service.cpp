@@ -60,7 +60,7 @@ TEST_F(panel_service, requests_without_an_application_or_with_unknown_values_are
     EXPECT_EQ(panel->xsi_pbfs_panel_menu_application_terminated("never", true), XSI_PBFS_PANEL_NG);
     XAM_ADS_SOFTWARE_TENKEY_SETTING setting{1, 1, 0, 0};
     EXPECT_EQ(xam_ads_facade::xam_ads_get_instance()->xam_ads_request_software_tenkey_initial_setting("", setting),
-              XAM_ADS_NG);
+              XAM_ADS_RESULT_ERR);
     EXPECT_FALSE(jbrg_sim::panel::keypad_initial_setting("").has_value());
 }
 

@@ -1,0 +1,159 @@
+// The application operation observer: the service's requests delivered on its IPC thread reach
+// AppOperationProxy in Java, and Java's answers (or the observer's own) reach the service.
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include "bridge_test.h"
+#include "cjvm.h"
+#include "jbrg_sim/apps.h"
+#include "jbrg_sim/control.h"
+#include "xam_ads.h"
+#include "xamf_amo_app_operation_observer.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using jbrg_test::traces_containing;
+using orvane::xamf_amo_app_operation_observer;
+
+constexpr dev_long kErr = PLAT_CODE(0xC2010001);
+
+class app_operation_observer : public jbrg_test::bridge_test {
+protected:
+    void SetUp() override {
+        bridge_test::SetUp();
+        orvane::CJvm::CreateJVM();
+        call_proxy("clear", "()V");
+    }
+    void TearDown() override {
+        for (auto& [id, observer] : registered_) {
+            xam_ads_facade::xam_ads_get_instance()->xam_ads_remove_app_operation_observer(id);
+            // Deleted off the test thread, as the platform would: its class reference is released there.
+            jbrg_sim::deliver_on_new_thread([o = observer] { delete o; return 0; });
+        }
+        bridge_test::TearDown();
+    }
+
+    // A registered observer, its init() run on a platform thread (init detaches the thread it runs on).
+    xamf_amo_app_operation_observer* observer(bool initialised = true) {
+        auto* o = new xamf_amo_app_operation_observer;
+        if (initialised) {
+            EXPECT_EQ(0, jbrg_sim::deliver_on_new_thread([o] { return o->init(); }));
+        }
+        dev_ulong id = 0;
+        EXPECT_EQ(0, xam_ads_facade::xam_ads_get_instance()->xam_ads_add_app_operation_observer(
+                         o, XAM_ADS_BASIS_TYPE_JAVA, id));
+        registered_.emplace_back(id, o);
+        return o;
+    }
+
+    jobject call_proxy(const char* method, const char* signature, jboolean value = JNI_FALSE) {
+        JNIEnv* e = jbrg_test::env();
+        jclass c = e->FindClass("orvane/qsf/controller/event/proxy/AppOperationProxy");
+        jmethodID m = e->GetStaticMethodID(c, method, signature);
+        jobject r = nullptr;
+        if (std::string(signature) == "(Z)V") {
+            e->CallStaticVoidMethod(c, m, value);
+        } else if (std::string(signature) == "()V") {
+            e->CallStaticVoidMethod(c, m);
+        } else {
+            r = e->CallStaticObjectMethod(c, m);
+        }
+        EXPECT_EQ("", take_exception());
+        return r;
+    }
+    void answer(bool value) { call_proxy("setAnswer", "(Z)V", value ? JNI_TRUE : JNI_FALSE); }
+    std::vector<std::string> received() {
+        auto a = static_cast<jobjectArray>(call_proxy("received", "()[Ljava/lang/String;"));
+        std::vector<std::string> out;
+        for (jsize i = 0; i < jbrg_test::env()->GetArrayLength(a); ++i) {
+            out.push_back(text(static_cast<jstring>(jbrg_test::env()->GetObjectArrayElement(a, i))));
+        }
+        return out;
+    }
+    std::vector<std::string> results() {
+        std::vector<std::string> out;
+        for (const auto& r : jbrg_sim::apps::results()) {
+            out.push_back(r.request + ":" + r.app_id + ":" + std::to_string(r.code));
+        }
+        return out;
+    }
+
+    std::vector<std::pair<dev_ulong, xamf_amo_app_operation_observer*>> registered_;
+};
+
+TEST_F(app_operation_observer, application_requests_reach_java_and_only_open_window_answers_success) {
+    observer();
+    answer(false);
+    EXPECT_EQ(0, jbrg_sim::apps::run_app("com.example.scan"));
+    EXPECT_EQ(0, jbrg_sim::apps::terminate_app("com.example.scan"));
+    EXPECT_EQ(0, jbrg_sim::apps::open_window("com.example.scan"));
+    EXPECT_EQ(0, jbrg_sim::apps::close_window("com.example.scan"));
+    EXPECT_THAT(received(), ElementsAre("0:com.example.scan", "1:com.example.scan", "2:com.example.scan",
+                                        "3:com.example.scan"));
+    // Java said false to terminate and open window; neither is looked at: terminate answers nothing, open
+    // window answers success.
+    EXPECT_THAT(results(), ElementsAre("open_window:com.example.scan:0"));
+    EXPECT_THAT(traces_containing("::notify_run_app,"),
+                ElementsAre(HasSubstr("[Start] app_id = com.example.scan"), HasSubstr("[End]")));
+}
+
+TEST_F(app_operation_observer, basis_control_and_run_permission_return_javas_answer) {
+    observer();
+    EXPECT_EQ(0, jbrg_sim::apps::basis_control(XAM_ADS_BASIS_CONTROL_RESUME));
+    EXPECT_EQ(0, jbrg_sim::apps::is_enable_run_app());
+    answer(false);
+    EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(XAM_ADS_BASIS_CONTROL_START));
+    EXPECT_EQ(kErr, jbrg_sim::apps::is_enable_run_app());
+    // The run permission names no application: an empty id, not a null one.
+    EXPECT_THAT(received(), ElementsAre("7", "10:", "4", "10:"));
+    EXPECT_THAT(traces_containing("is_enable_run_app,"),
+                ElementsAre(HasSubstr("[Start] is_enable_run_app"), HasSubstr("[End] is_enable_run_app"),
+                            HasSubstr("[Start] is_enable_run_app"), HasSubstr("[End] is_enable_run_app")));
+}
+
+TEST_F(app_operation_observer, basis_controls_outside_the_table_fail_without_java) {
+    observer();
+    EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(6));
+    EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(-1));
+    EXPECT_THAT(received(), IsEmpty());
+    EXPECT_EQ(0, jbrg_sim::apps::basis_control(XAM_ADS_BASIS_CONTROL_SHUTDOWN));
+    EXPECT_THAT(received(), ElementsAre("9"));
+}
+
+TEST_F(app_operation_observer, the_conversion_table_maps_controls_to_events_four_to_nine) {
+    std::vector<std::pair<long, int>> rows;
+    for (const auto& r : xamf_amo_app_operation_observer::s_conv_table) rows.emplace_back(r.ads, r.amo);
+    EXPECT_THAT(rows, ElementsAre(std::pair<long, int>{0, 4}, std::pair<long, int>{1, 5},
+                                  std::pair<long, int>{2, 6}, std::pair<long, int>{3, 7},
+                                  std::pair<long, int>{4, 8}, std::pair<long, int>{5, 9}));
+}
+
+TEST_F(app_operation_observer, a_thread_that_cannot_attach_answers_failure) {
+    observer(false);
+    EXPECT_EQ(0, jbrg_sim::apps::run_app("a"));
+    EXPECT_EQ(0, jbrg_sim::apps::terminate_app("b"));
+    EXPECT_EQ(0, jbrg_sim::apps::open_window("c"));
+    EXPECT_EQ(0, jbrg_sim::apps::close_window("d"));
+    EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(XAM_ADS_BASIS_CONTROL_STOP));
+    EXPECT_EQ(kErr, jbrg_sim::apps::is_enable_run_app());
+    EXPECT_THAT(received(), IsEmpty());
+    std::string err = std::to_string(kErr);
+    EXPECT_THAT(results(), ElementsAre("run_app:a:" + err, "terminate_app:b:" + err, "open_window:c:" + err,
+                                       "close_window:d:" + err));
+    EXPECT_THAT(traces_containing("[Error] thread_attach false"), ::testing::SizeIs(6));
+}
+
+TEST_F(app_operation_observer, requests_keep_arriving_while_java_answers_on_platform_threads) {
+    observer();
+    // Several requests in a row, each on the service's thread, attached and detached per request.
+    for (int i = 0; i < 20; ++i) EXPECT_EQ(0, jbrg_sim::apps::is_enable_run_app());
+    EXPECT_EQ(20U, received().size());
+    EXPECT_EQ(1U, jbrg_sim::apps::observers());
+}
+
+}  // namespace
