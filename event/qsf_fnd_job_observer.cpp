@@ -1,5 +1,7 @@
 #include "qsf_fnd_job_observer.h"
 
+#include "observer_support.h"
+
 #include <cstring>
 #include <string>
 
@@ -45,14 +47,9 @@ void drop_thrown(JNIEnv* env) {
 qsf_fnd_job_observer::qsf_fnd_job_observer() = default;
 
 qsf_fnd_job_observer::~qsf_fnd_job_observer() {
-    // The environment is the one of the last attach, used as it stands; with none ever obtained there are
-    // no references to delete.
-    if (m_env != nullptr) {
-        m_env->DeleteGlobalRef(m_jcls_job_proxy);
-        m_env->DeleteGlobalRef(m_jcls_job);
-        m_env->DeleteGlobalRef(m_jcls_job_state);
-    }
-    thread_detach();
+    // The environment of the last attach belongs to the platform thread of the last event; the class
+    // references are deleted through the destroying thread's own environment instead.
+    release_classes(m_jvm, {&m_jcls_job_proxy, &m_jcls_job, &m_jcls_job_state});
 }
 
 jint qsf_fnd_job_observer::init() {

@@ -1,5 +1,7 @@
 #include "qsf_fnd_jobinfo_observer.h"
 
+#include "observer_support.h"
+
 #include <iterator>
 
 namespace orvane {
@@ -22,13 +24,10 @@ int64_t s32(int32_t v) { return static_cast<int64_t>(v); }
 qsf_fnd_jobinfo_observer::qsf_fnd_jobinfo_observer() = default;
 
 qsf_fnd_jobinfo_observer::~qsf_fnd_jobinfo_observer() {
-    if (m_env != nullptr) {
-        for (jclass c : {m_jcls_jobinfo_proxy, m_jcls_print_page_info, m_jcls_scan_page_info,
-                         m_jcls_fax_send_page_info, m_jcls_job_log_info, m_jcls_interpreter_info}) {
-            m_env->DeleteGlobalRef(c);
-        }
-    }
-    thread_detach();
+    // The environment of the last attach belongs to the platform thread of the last event; the class
+    // references are deleted through the destroying thread's own environment instead.
+    release_classes(m_jvm, {&m_jcls_jobinfo_proxy, &m_jcls_print_page_info, &m_jcls_scan_page_info,
+                            &m_jcls_fax_send_page_info, &m_jcls_job_log_info, &m_jcls_interpreter_info});
 }
 
 jint qsf_fnd_jobinfo_observer::init() {
