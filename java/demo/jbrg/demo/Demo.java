@@ -1,7 +1,9 @@
 package jbrg.demo;
 
 import java.util.ArrayList;
+import orvane.qsf.controller.event.proxy.EventLog;
 import orvane.qsf.user.UserImpl;
+import orvane.qsf.wrapper.event.qsf_fnd_eventJNI;
 import orvane.qsf.wrapper.job.qsf_fnd_job_moduleJNI;
 import orvane.qsf.wrapper.system.cmt_commonJNI;
 import orvane.qsf.wrapper.user.qsf_fnd_userJNI;
@@ -36,10 +38,33 @@ public final class Demo {
         cmt_commonJNI.cmt_init_init(init, null);
         cmt_commonJNI.delete_cmt_init(init);
         System.out.println("bridge initialised: Java VM found, platform service clients and storage started");
+        long events = qsf_fnd_eventJNI.new_qsf_fnd_event_manager();
+        qsf_fnd_eventJNI.qsf_fnd_event_manager_init(events, null);
+        System.out.println("event manager initialised: the device's events now reach the Java proxies");
 
         times();
         users();
         scanToEmail();
+
+        qsf_fnd_eventJNI.qsf_fnd_event_manager_terminate(events, null);
+        qsf_fnd_eventJNI.delete_qsf_fnd_event_manager(events);
+    }
+
+    /** Waits (at most five seconds) until the job's completion has reached Java, and prints what arrived. */
+    private static void printEvents() {
+        long end = System.currentTimeMillis() + 5000;
+        while (System.currentTimeMillis() < end && !String.join(" ", EventLog.all()).contains("COMPLETE")) {
+            try {
+                Thread.sleep(20);
+            } catch (InterruptedException e) {
+                Thread.currentThread().interrupt();
+                return;
+            }
+        }
+        System.out.println("  events from the device, as the Java proxies received them on the platform's threads:");
+        for (String event : EventLog.all()) {
+            System.out.println("    " + event);
+        }
     }
 
     private static String value(orvane.user.attribute.UserAttribute attribute) {
@@ -125,6 +150,7 @@ public final class Demo {
             long[] userJob = {0};
             check("start", qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_start(jobs, null, service[0], userJob));
             System.out.printf("    user job id %d%n", userJob[0]);
+            printEvents();
 
             long ids = qsf_fnd_job_moduleJNI.new_vectorl__SWIG_0();
             check("get_job_list", qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_get_job_list(jobs, null, KIND_ALL, ids,
