@@ -119,6 +119,7 @@ PLAT_RESULT qsf_fnd_job_observer::lookup_failed() {
 }
 
 PLAT_RESULT qsf_fnd_job_observer::notify_job_state_changed(XSI_AIS_JOB_STATE state) {
+    if (m_jcls_job_proxy == nullptr || m_mid_fire_job_state_changed == nullptr) return kFailure;
     if (!thread_attach()) return kFailure;
     const char* constant = state_constant(state.state, state.result);
     if (constant == nullptr) {
@@ -180,6 +181,9 @@ PLAT_RESULT qsf_fnd_job_observer::notify_job_state_changed(XSI_AIS_JOB_STATE sta
 }
 
 PLAT_RESULT qsf_fnd_job_observer::notify_scan_count(unsigned int count_1, unsigned int count_2) {
+    // An init() that did not find the proxy or its method left nothing to call: the event is answered with
+    // the failure code rather than calling through a null identifier.
+    if (m_jcls_job_proxy == nullptr || m_mid_fire_scan_count == nullptr) return kFailure;
     if (!thread_attach()) return kFailure;
     m_env->CallStaticVoidMethod(m_jcls_job_proxy, m_mid_fire_scan_count, unsigned_long(count_1),
                                 unsigned_long(count_2));
@@ -188,6 +192,7 @@ PLAT_RESULT qsf_fnd_job_observer::notify_scan_count(unsigned int count_1, unsign
 }
 
 PLAT_RESULT qsf_fnd_job_observer::fire_value(jmethodID method, unsigned int value) {
+    if (m_jcls_job_proxy == nullptr || method == nullptr) return kFailure;
     if (!thread_attach()) return kFailure;
     m_env->CallStaticVoidMethod(m_jcls_job_proxy, method, unsigned_long(value));
     thread_detach();

@@ -87,6 +87,9 @@ jint qsf_fnd_jobinfo_observer::thread_detach() {
 
 PLAT_RESULT qsf_fnd_jobinfo_observer::deliver(jclass cls, jmethodID fire, const setter* setters, std::size_t count,
                                               bool with_name, const char* job_name) {
+    // An init() that did not find the class or the proxy's method left nothing to call: the event is
+    // answered with the failure code rather than calling through a null identifier.
+    if (cls == nullptr || fire == nullptr || m_jcls_jobinfo_proxy == nullptr) return kFailure;
     if (!thread_attach()) return kFailure;
     jmethodID ctor = m_env->GetMethodID(cls, "<init>", "()V");
     jobject object = ctor != nullptr ? m_env->NewObject(cls, ctor) : nullptr;
