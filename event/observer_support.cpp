@@ -17,4 +17,18 @@ void release_classes(JavaVM* vm, std::initializer_list<jclass*> classes) {
     if (attached_here) vm->DetachCurrentThread();
 }
 
+void look_up_chain(JNIEnv* env, std::initializer_list<class_lookup> classes,
+                   std::initializer_list<static_method_lookup> methods) {
+    for (const class_lookup& c : classes) {
+        jclass local = env->FindClass(c.path);
+        if (local == nullptr) return;
+        *c.slot = static_cast<jclass>(env->NewGlobalRef(local));
+    }
+    const jclass proxy = *classes.begin()->slot;
+    for (const static_method_lookup& m : methods) {
+        *m.slot = env->GetStaticMethodID(proxy, m.name, m.signature);
+        if (*m.slot == nullptr) return;
+    }
+}
+
 }  // namespace orvane

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <iterator>
 
+#include "jni_scoped.h"
 #include "observer_support.h"
 
 namespace orvane {
@@ -84,23 +85,23 @@ bool qsf_fnd_acc_observer::init() {
         return false;
     }
 
-    struct class_lookup {
+    struct traced_class_lookup {
         jclass* cls;
         const char* path;
         const char* error;
     };
-    const class_lookup classes[] = {
+    const traced_class_lookup classes[] = {
         {&jcls_acc_proxy_, kAccProxy, "ERROR : could not find AccProxy class ID."},
         {&jcls_iccard_info_, kICCardInfo, "ERROR : could not find ICCardInfo class ID."},
         {&jcls_system_data_, kSystemData, "ERROR : could not find SystemData class ID."},
     };
-    struct method_lookup {
+    struct traced_method_lookup {
         jmethodID* mid;
         const char* name;
         const char* signature;
         const char* error;
     };
-    const method_lookup methods[] = {
+    const traced_method_lookup methods[] = {
         {&mid_fire_iccard_event_, "fireICCardEvent", "(Lorvane/qsf/controller/event/device/ICCardInfo;)V",
          "ERROR : could not get fireICCardEvent() ID."},
         {&mid_fire_iccard_error_event_, "fireICCardErrorEvent", "(I)V",
@@ -110,7 +111,7 @@ bool qsf_fnd_acc_observer::init() {
     };
 
     bool found = true;
-    for (const class_lookup& c : classes) {
+    for (const traced_class_lookup& c : classes) {
         jclass local = jnienv_->FindClass(c.path);
         if (local == nullptr) {
             clear_exception(jnienv_);
@@ -121,7 +122,7 @@ bool qsf_fnd_acc_observer::init() {
         *c.cls = static_cast<jclass>(jnienv_->NewGlobalRef(local));
         jnienv_->DeleteLocalRef(local);
     }
-    for (const method_lookup& m : methods) {
+    for (const traced_method_lookup& m : methods) {
         if (!found) break;
         *m.mid = jnienv_->GetStaticMethodID(jcls_acc_proxy_, m.name, m.signature);
         if (*m.mid == nullptr) {
@@ -280,24 +281,72 @@ jbyteArray qsf_fnd_acc_observer::block_data(const trace_site& site, unsigned blo
         trace_at(site, "ERROR : card data too short.");
         return nullptr;
     }
-    jbyteArray array = jnienv_->NewByteArray(static_cast<jsize>(length));
-    if (array == nullptr) {
+    jni::local_ref<jbyteArray> array(jnienv_, jnienv_->NewByteArray(static_cast<jsize>(length)));
+    if (!array) {
         clear_exception(jnienv_);
         trace_at(site, "ERROR : could not create block data array.");
         return nullptr;
     }
-    jbyte* elements = jnienv_->GetByteArrayElements(array, nullptr);
-    if (elements == nullptr) {
-        clear_exception(jnienv_);
-        trace_at(site, "ERROR : could not get block data element.");
-        jnienv_->DeleteLocalRef(array);
-        return nullptr;
+    {
+        jni::pinned_array<jbyte> elements(jnienv_, array.get());
+        if (!elements) {
+            clear_exception(jnienv_);
+            trace_at(site, "ERROR : could not get block data element.");
+            return nullptr;
+        }
+        for (dev_ulong i = 0; i < length; ++i) elements[i] = static_cast<jbyte>((*cursor)[i]);
+        elements.commit();
     }
-    for (dev_ulong i = 0; i < length; ++i) elements[i] = static_cast<jbyte>((*cursor)[i]);
-    jnienv_->ReleaseByteArrayElements(array, elements, 0);
     *cursor += length;
     *left -= length;
-    return array;
+    return array.release();
+}
+
+bool qsf_fnd_acc_observer::call_setter(jobject entry, jmethodID setter, jobject value) {
+    jnienv_->CallVoidMethod(entry, setter, value);
+    const bool thrown = jnienv_->ExceptionCheck();
+    clear_exception(jnienv_);
+    return !thrown;
+}
+
+bool qsf_fnd_acc_observer::set_keyed_blocks(const trace_site& site, jobject entry, const keyed_blocks& kind,
+                                            unsigned count, const uint8_t** cursor, dev_ulong* left) {
+    jni::local_ref<jintArray> keys(jnienv_, jnienv_->NewIntArray(static_cast<jsize>(count)));
+    if (!keys) {
+        clear_exception(jnienv_);
+        trace_at(site, "%s", kind.keys_array_error);
+        return false;
+    }
+    jni::local_ref<jobjectArray> blocks(
+        jnienv_, jnienv_->NewObjectArray(static_cast<jsize>(count), kind.byte_array_class, nullptr));
+    if (!blocks) {
+        clear_exception(jnienv_);
+        trace_at(site, "%s", kind.blocks_array_error);
+        return false;
+    }
+    {
+        jni::pinned_array<jint> elements(jnienv_, keys.get());
+        if (!elements) {
+            clear_exception(jnienv_);
+            trace_at(site, "%s", kind.keys_elements_error);
+            return false;
+        }
+        for (unsigned i = 0; i < count; ++i) {
+            unsigned key = 0;
+            unsigned block_count = 0;
+            const bool key_read = kind.wide_keys ? read_u16(cursor, left, &key) : read_u8(cursor, left, &key);
+            if (!key_read || !read_u8(cursor, left, &block_count)) {
+                trace_at(site, "ERROR : card data too short.");
+                return false;
+            }
+            elements[i] = static_cast<jint>(key);
+            jni::local_ref<jbyteArray> data(jnienv_, block_data(site, block_count, cursor, left));
+            if (!data) return false;
+            jnienv_->SetObjectArrayElement(blocks.get(), static_cast<jsize>(i), data.get());
+        }
+        elements.commit();
+    }
+    return call_setter(entry, kind.set_keys, keys.get()) && call_setter(entry, kind.set_block_data, blocks.get());
 }
 
 jobject qsf_fnd_acc_observer::build_sector_entry(const trace_site& site, jclass byte_array_class, jmethodID ctor,
@@ -308,62 +357,22 @@ jobject qsf_fnd_acc_observer::build_sector_entry(const trace_site& site, jclass 
         trace_at(site, "ERROR : card data too short.");
         return nullptr;
     }
-    jobject entry = jnienv_->NewObject(jcls_system_data_, ctor);
-    if (entry == nullptr) {
+    jni::local_ref<jobject> entry(jnienv_, jnienv_->NewObject(jcls_system_data_, ctor));
+    if (!entry) {
         clear_exception(jnienv_);
         trace_at(site, "ERROR : could not create system data object.");
         return nullptr;
     }
-    jintArray sector_num = jnienv_->NewIntArray(static_cast<jsize>(sectors));
-    jobjectArray blocks = sector_num != nullptr
-                              ? jnienv_->NewObjectArray(static_cast<jsize>(sectors), byte_array_class, nullptr)
-                              : nullptr;
-    bool ok = blocks != nullptr;
-    if (!ok) {
-        clear_exception(jnienv_);
-        trace_at(site, "ERROR : could not create jobjectArray.");
-    }
-    jint* numbers = ok ? jnienv_->GetIntArrayElements(sector_num, nullptr) : nullptr;
-    if (ok && numbers == nullptr) {
-        clear_exception(jnienv_);
-        trace_at(site, "jnienv_->GetIntArrayElements(jiarr_sector_num, NULL) obj = NULL");
-        ok = false;
-    }
-    for (unsigned s = 0; ok && s < sectors; ++s) {
-        unsigned number = 0;
-        unsigned count = 0;
-        if (!read_u8(cursor, left, &number) || !read_u8(cursor, left, &count)) {
-            trace_at(site, "ERROR : card data too short.");
-            ok = false;
-            break;
-        }
-        numbers[s] = static_cast<jint>(number);
-        jbyteArray data = block_data(site, count, cursor, left);
-        if (data == nullptr) {
-            ok = false;
-            break;
-        }
-        jnienv_->SetObjectArrayElement(blocks, static_cast<jsize>(s), data);
-        jnienv_->DeleteLocalRef(data);
-    }
-    if (numbers != nullptr) jnienv_->ReleaseIntArrayElements(sector_num, numbers, 0);
-    if (ok) {
-        jnienv_->CallVoidMethod(entry, set_sector_num, sector_num);
-        ok = !jnienv_->ExceptionCheck();
-        clear_exception(jnienv_);
-    }
-    if (ok) {
-        jnienv_->CallVoidMethod(entry, set_block_data, blocks);
-        ok = !jnienv_->ExceptionCheck();
-        clear_exception(jnienv_);
-    }
-    if (blocks != nullptr) jnienv_->DeleteLocalRef(blocks);
-    if (sector_num != nullptr) jnienv_->DeleteLocalRef(sector_num);
-    if (!ok) {
-        jnienv_->DeleteLocalRef(entry);
-        return nullptr;
-    }
-    return entry;
+    // A type A card: sector numbers, each with its blocks.
+    const keyed_blocks sectors_kind{byte_array_class,
+                                    set_sector_num,
+                                    set_block_data,
+                                    false,
+                                    "ERROR : could not create jobjectArray.",
+                                    "jnienv_->GetIntArrayElements(jiarr_sector_num, NULL) obj = NULL",
+                                    "ERROR : could not create jobjectArray."};
+    if (!set_keyed_blocks(site, entry.get(), sectors_kind, sectors, cursor, left)) return nullptr;
+    return entry.release();
 }
 
 jobject qsf_fnd_acc_observer::build_system_entry(const trace_site& site, jclass byte_array_class, jmethodID ctor,
@@ -376,77 +385,26 @@ jobject qsf_fnd_acc_observer::build_system_entry(const trace_site& site, jclass 
         trace_at(site, "ERROR : card data too short.");
         return nullptr;
     }
-    jobject entry = jnienv_->NewObject(jcls_system_data_, ctor);
-    if (entry == nullptr) {
+    jni::local_ref<jobject> entry(jnienv_, jnienv_->NewObject(jcls_system_data_, ctor));
+    if (!entry) {
         clear_exception(jnienv_);
         trace_at(site, "ERROR : could not create system data object.");
         return nullptr;
     }
-    jnienv_->CallVoidMethod(entry, set_system_code, static_cast<jint>(system_code));
-    bool ok = !jnienv_->ExceptionCheck();
+    jnienv_->CallVoidMethod(entry.get(), set_system_code, static_cast<jint>(system_code));
+    const bool thrown = jnienv_->ExceptionCheck();
     clear_exception(jnienv_);
-    jintArray service_code = nullptr;
-    jobjectArray blocks = nullptr;
-    jint* codes = nullptr;
-    if (ok) {
-        service_code = jnienv_->NewIntArray(static_cast<jsize>(services));
-        if (service_code == nullptr) {
-            clear_exception(jnienv_);
-            trace_at(site, "ERROR : could not create service code array.");
-            ok = false;
-        }
-    }
-    if (ok) {
-        codes = jnienv_->GetIntArrayElements(service_code, nullptr);
-        if (codes == nullptr) {
-            clear_exception(jnienv_);
-            trace_at(site, "ERROR : could not create service code element.");
-            ok = false;
-        }
-    }
-    if (ok) {
-        blocks = jnienv_->NewObjectArray(static_cast<jsize>(services), byte_array_class, nullptr);
-        if (blocks == nullptr) {
-            clear_exception(jnienv_);
-            trace_at(site, "ERROR : could not create felica block array.");
-            ok = false;
-        }
-    }
-    for (unsigned s = 0; ok && s < services; ++s) {
-        unsigned code = 0;
-        unsigned count = 0;
-        if (!read_u16(cursor, left, &code) || !read_u8(cursor, left, &count)) {
-            trace_at(site, "ERROR : card data too short.");
-            ok = false;
-            break;
-        }
-        codes[s] = static_cast<jint>(code);
-        jbyteArray data = block_data(site, count, cursor, left);
-        if (data == nullptr) {
-            ok = false;
-            break;
-        }
-        jnienv_->SetObjectArrayElement(blocks, static_cast<jsize>(s), data);
-        jnienv_->DeleteLocalRef(data);
-    }
-    if (codes != nullptr) jnienv_->ReleaseIntArrayElements(service_code, codes, 0);
-    if (ok) {
-        jnienv_->CallVoidMethod(entry, set_service_code, service_code);
-        ok = !jnienv_->ExceptionCheck();
-        clear_exception(jnienv_);
-    }
-    if (ok) {
-        jnienv_->CallVoidMethod(entry, set_block_data, blocks);
-        ok = !jnienv_->ExceptionCheck();
-        clear_exception(jnienv_);
-    }
-    if (blocks != nullptr) jnienv_->DeleteLocalRef(blocks);
-    if (service_code != nullptr) jnienv_->DeleteLocalRef(service_code);
-    if (!ok) {
-        jnienv_->DeleteLocalRef(entry);
-        return nullptr;
-    }
-    return entry;
+    if (thrown) return nullptr;
+    // A FeliCa card's system: service codes, each with its blocks.
+    const keyed_blocks services_kind{byte_array_class,
+                                     set_service_code,
+                                     set_block_data,
+                                     true,
+                                     "ERROR : could not create service code array.",
+                                     "ERROR : could not create service code element.",
+                                     "ERROR : could not create felica block array."};
+    if (!set_keyed_blocks(site, entry.get(), services_kind, services, cursor, left)) return nullptr;
+    return entry.release();
 }
 
 bool qsf_fnd_acc_observer::set_iccard_data(jobject info, int count, dev_ulong size, void* data,

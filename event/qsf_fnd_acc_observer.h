@@ -53,6 +53,24 @@ private:
     // One sector's or service's blocks as a new byte[] (16 bytes per block), or null (traced).
     jbyteArray block_data(const trace_site& site, unsigned blocks, const uint8_t** cursor, dev_ulong* left);
 
+    // How one entry's keys (a type A card's sector numbers or a FeliCa system's service codes) and their
+    // blocks are read and handed to the entry, with the messages of the two card kinds.
+    struct keyed_blocks {
+        jclass byte_array_class;
+        jmethodID set_keys;
+        jmethodID set_block_data;
+        bool wide_keys;  // 16-bit keys (service codes) rather than 8-bit ones (sector numbers)
+        const char* keys_array_error;
+        const char* keys_elements_error;
+        const char* blocks_array_error;
+    };
+    // Reads `count` keys with their blocks into a new int[] and byte[][] and passes them to the entry's two
+    // setters. False when the data end early, an array cannot be made or a setter throws (traced at `site`).
+    bool set_keyed_blocks(const trace_site& site, jobject entry, const keyed_blocks& kind, unsigned count,
+                          const uint8_t** cursor, dev_ulong* left);
+    // Calls a setter of one object argument; false (the exception cleared) when it throws.
+    bool call_setter(jobject entry, jmethodID setter, jobject value);
+
     XDC_COM_STD_SMART_CARD_READER_INFO reader_info_;
     XDC_COM_STD_SMART_CARD_INFO card_info_;
     JavaVM* jvm_;

@@ -59,37 +59,15 @@ jint qsf_fnd_job_observer::init() {
     if (!thread_attach()) return 0;
 
     // Classes, then the proxy's methods; the first one missing ends the lookups.
-    struct {
-        jclass* slot;
-        const char* path;
-    } const classes[] = {{&m_jcls_job_proxy, kJobProxy}, {&m_jcls_job, kJob}, {&m_jcls_job_state, kJobState}};
-    struct {
-        jmethodID* slot;
-        const char* name;
-        const char* signature;
-    } const methods[] = {
-        {&m_mid_fire_job_state_changed, "fireJobStateChangedEvent", "(Lorvane/qsf/controller/event/job/Job;)V"},
-        {&m_mid_fire_scan_count, "fireScanCountEvent", "(JJ)V"},
-        {&m_mid_fire_start_prohibition, "fireStartProhibitionEvent", "(J)V"},
-        {&m_mid_fire_comb_constraint, "fireCombConstraintEvent", "(J)V"},
-        {&m_mid_fire_panel_message_update, "firePanelMessageUpdateEvent", "(J)V"},
-    };
-    bool complete = true;
-    for (const auto& c : classes) {
-        jclass local = m_env->FindClass(c.path);
-        if (local == nullptr) {
-            complete = false;
-            break;
-        }
-        // The local reference is left to the detach below.
-        *c.slot = static_cast<jclass>(m_env->NewGlobalRef(local));
-    }
-    if (complete) {
-        for (const auto& m : methods) {
-            *m.slot = m_env->GetStaticMethodID(m_jcls_job_proxy, m.name, m.signature);
-            if (*m.slot == nullptr) break;
-        }
-    }
+    look_up_chain(m_env, {{&m_jcls_job_proxy, kJobProxy}, {&m_jcls_job, kJob}, {&m_jcls_job_state, kJobState}},
+                  {
+                      {&m_mid_fire_job_state_changed, "fireJobStateChangedEvent",
+                       "(Lorvane/qsf/controller/event/job/Job;)V"},
+                      {&m_mid_fire_scan_count, "fireScanCountEvent", "(JJ)V"},
+                      {&m_mid_fire_start_prohibition, "fireStartProhibitionEvent", "(J)V"},
+                      {&m_mid_fire_comb_constraint, "fireCombConstraintEvent", "(J)V"},
+                      {&m_mid_fire_panel_message_update, "firePanelMessageUpdateEvent", "(J)V"},
+                  });
     return thread_detach();
 }
 

@@ -36,42 +36,22 @@ jint qsf_fnd_jobinfo_observer::init() {
     if (found != JNI_OK) return found;
     if (!thread_attach()) return 0;
 
-    struct {
-        jclass* slot;
-        const char* path;
-    } const classes[] = {
-        {&m_jcls_jobinfo_proxy, "orvane/qsf/controller/event/proxy/JobInfoProxy"},
-        {&m_jcls_print_page_info, "orvane/qsf/controller/event/job/PrintPageInfo"},
-        {&m_jcls_scan_page_info, "orvane/qsf/controller/event/job/ScanPageInfo"},
-        {&m_jcls_fax_send_page_info, "orvane/qsf/controller/event/job/FaxSendPageInfo"},
-        {&m_jcls_job_log_info, "orvane/qsf/controller/event/job/JobLogInfo"},
-        {&m_jcls_interpreter_info, "orvane/qsf/controller/event/job/InterpreterInfo"},
-    };
-    struct {
-        jmethodID* slot;
-        const char* name;
-        const char* signature;
-    } const methods[] = {
-        {&m_mid_fire_page_event, "firePageEvent", "(Ljava/lang/Object;)V"},
-        {&m_mid_fire_job_log_event, "fireJobLogEvent", "(Lorvane/qsf/controller/event/job/JobLogInfo;)V"},
-        {&m_mid_fire_interpreter_event, "fireInterpreterEvent",
-         "(Lorvane/qsf/controller/event/job/InterpreterInfo;)V"},
-    };
-    bool complete = true;
-    for (const auto& c : classes) {
-        jclass local = m_env->FindClass(c.path);
-        if (local == nullptr) {
-            complete = false;
-            break;
-        }
-        *c.slot = static_cast<jclass>(m_env->NewGlobalRef(local));
-    }
-    if (complete) {
-        for (const auto& m : methods) {
-            *m.slot = m_env->GetStaticMethodID(m_jcls_jobinfo_proxy, m.name, m.signature);
-            if (*m.slot == nullptr) break;
-        }
-    }
+    look_up_chain(m_env,
+                  {
+                      {&m_jcls_jobinfo_proxy, "orvane/qsf/controller/event/proxy/JobInfoProxy"},
+                      {&m_jcls_print_page_info, "orvane/qsf/controller/event/job/PrintPageInfo"},
+                      {&m_jcls_scan_page_info, "orvane/qsf/controller/event/job/ScanPageInfo"},
+                      {&m_jcls_fax_send_page_info, "orvane/qsf/controller/event/job/FaxSendPageInfo"},
+                      {&m_jcls_job_log_info, "orvane/qsf/controller/event/job/JobLogInfo"},
+                      {&m_jcls_interpreter_info, "orvane/qsf/controller/event/job/InterpreterInfo"},
+                  },
+                  {
+                      {&m_mid_fire_page_event, "firePageEvent", "(Ljava/lang/Object;)V"},
+                      {&m_mid_fire_job_log_event, "fireJobLogEvent",
+                       "(Lorvane/qsf/controller/event/job/JobLogInfo;)V"},
+                      {&m_mid_fire_interpreter_event, "fireInterpreterEvent",
+                       "(Lorvane/qsf/controller/event/job/InterpreterInfo;)V"},
+                  });
     return thread_detach();
 }
 
