@@ -206,23 +206,6 @@ int xamf_amo_proxy::xamf_amo_get_application_detail_info(const char* app_id, XAM
     return 0;
 }
 
-int xamf_amo_proxy::xamf_amo_get_application_detail_info(const char* app_id, XAMF_AMO_APP_DETAIL_INFO& info) {
-    JBRG_TRACE("[Enter] app_id=[%s]", shown(app_id));
-    if (app_id == nullptr) {
-        JBRG_TRACE("[Exit] app_id == NULL.");
-        return 1;
-    }
-    XAM_ADS_APP_INFO_DETAIL detail{};
-    PLAT_RESULT ret = facade().xam_ads_get_app_info_detail(app_id, &detail);
-    if (ret != XAM_ADS_RESULT_OK) {
-        JBRG_TRACE("[Exit] ret=%ld\n", dev_ld(ret));
-        return convert_retcode(ret);
-    }
-    fill_detail(detail, info);
-    JBRG_TRACE("[Exit]");
-    return 0;
-}
-
 int xamf_amo_proxy::xamf_amo_get_library_list(const char* app_id, jobject holder) {
     JBRG_TRACE("[Enter] app_id=[%s]", shown(app_id));
     JNIEnv* env = CJvm::GetJNIEnv();

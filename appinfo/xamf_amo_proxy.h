@@ -55,15 +55,18 @@ struct XAMF_AMO_APP_DETAIL_INFO {
 
 class xamf_amo_proxy {
 public:
+    // The class declares no constructor of its own, so Java may make an instance with new_xamf_amo_proxy as
+    // well as reach the process's one through xamf_amo_get_instance; the operations keep no state in the
+    // instance, so both behave alike.
+    xamf_amo_proxy() = default;
     virtual ~xamf_amo_proxy();
 
     static xamf_amo_proxy* xamf_amo_get_instance();
 
     // Adds one orvane.qsf.app.info.AppInfo per installed Java application to `list` (a java.util.ArrayList).
     int xamf_amo_get_application_list(jobject list, ENV_LANG_VAL lang);
-    // The details of one application, texts in `lang`, or in the device's panel language without one.
+    // The details of one application, texts in `lang`.
     int xamf_amo_get_application_detail_info(const char* app_id, XAMF_AMO_APP_DETAIL_INFO& info, ENV_LANG_VAL lang);
-    int xamf_amo_get_application_detail_info(const char* app_id, XAMF_AMO_APP_DETAIL_INFO& info);
     // Stores a String[] of the application's library names into element 0 of `holder` (an Object[]).
     int xamf_amo_get_library_list(const char* app_id, jobject holder);
     int xamf_amo_start_app(const char* app_id);
@@ -107,7 +110,6 @@ public:
     static jni::field_id fid_app_info_execution_status_;
 
 private:
-    xamf_amo_proxy() = default;
     xamf_amo_proxy(const xamf_amo_proxy&) = delete;
     xamf_amo_proxy& operator=(const xamf_amo_proxy&) = delete;
 

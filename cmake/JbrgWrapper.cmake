@@ -2,7 +2,9 @@
 #
 # jbrg_wrapper_module(<target> <description>) generates the exports of one module description
 # (wrapper/<package path>/<module>.wrap) and compiles them into <target>:
-#   1. tools/wrapgen/wrapgen.py writes <module>_wrap.cpp, the Java class <module>JNI and the manifest;
+#   1. tools/wrapgen/wrapgen.py writes <module>_wrap.cpp, the Java class <module>JNI, the manifest, the
+#      names Java applications link against as stated (<module>.stated) and the table of exports the
+#      hostile-argument probe calls (<module>.probe);
 #   2. javac -h compiles the Java class into JBRG_WRAPPER_CLASSES and writes the C header of its natives;
 #   3. the C++ file is compiled against that header, with -Wmissing-declarations, so an export whose name
 #      or signature differs from what Java resolves does not build.
@@ -29,14 +31,17 @@ function(jbrg_wrapper_module target description)
   set(java "${JBRG_WRAPPER_OUT}/java/${java_rel}")
   set(cpp "${JBRG_WRAPPER_OUT}/${package_path}/${module}_wrap.cpp")
   set(manifest "${JBRG_WRAPPER_MANIFESTS}/${module}.exports")
+  set(stated "${JBRG_WRAPPER_MANIFESTS}/${module}.stated")
+  set(probe "${JBRG_WRAPPER_MANIFESTS}/${module}.probe")
   # javac -h names the header after the class, with underscores for its dots.
   string(REPLACE "/" "_" header_name "orvane/qsf/wrapper/${package_path}/${module}JNI")
   set(header "${JBRG_WRAPPER_HEADERS}/${header_name}.h")
 
   add_custom_command(
-    OUTPUT "${cpp}" "${java}" "${manifest}"
+    OUTPUT "${cpp}" "${java}" "${manifest}" "${stated}" "${probe}"
     COMMAND Python3::Interpreter "${JBRG_WRAPGEN}" "${desc}" --module "${module}" --package "${package}"
             --cpp "${cpp}" --java-root "${JBRG_WRAPPER_OUT}/java" --manifest "${manifest}"
+            --stated "${stated}" --probe "${probe}"
     DEPENDS "${desc}" "${JBRG_WRAPGEN}"
     COMMENT "wrapgen ${module}"
     VERBATIM)
@@ -47,7 +52,7 @@ function(jbrg_wrapper_module target description)
     DEPENDS "${java}"
     COMMENT "javac -h ${module}JNI"
     VERBATIM)
-  add_custom_target(${module}_jni DEPENDS "${header}" "${manifest}")
+  add_custom_target(${module}_jni DEPENDS "${header}" "${manifest}" "${stated}" "${probe}")
   add_dependencies(${target} ${module}_jni)
   target_sources(${target} PRIVATE "${cpp}")
   set_source_files_properties("${cpp}" PROPERTIES

@@ -2,7 +2,9 @@
 """Checks that a library exports exactly the Java natives its wrapper modules declare.
 
 The union of the modules' manifests (one JNI name a line, written by the wrapper generator) must equal the
-`Java_` symbols the library exports (`nm -D --defined-only`). Beside that, each module's count is printed next
+`Java_` symbols the library exports (`nm -D --defined-only`), and every name a module description marks as
+stated (`<module>.stated` beside its manifest: Java applications link against those names as they stand) must be
+among them, so that an overload cannot rename one. Beside that, each module's count is printed next
 to the number of exports the module has on the device, so that a module still growing shows how far it is.
 """
 
@@ -40,6 +42,11 @@ def exported(nm, library):
     return names
 
 
+def read_names(path):
+    with open(path, encoding='utf-8') as f:
+        return {line.strip() for line in f if line.strip()}
+
+
 def main():
     ap = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     ap.add_argument('--nm', default='nm')
@@ -48,13 +55,16 @@ def main():
     args = ap.parse_args()
 
     declared = set()
+    stated = set()
     per_module = {}
     for path in args.manifests:
         module = os.path.basename(path).rsplit('.', 1)[0]
-        with open(path, encoding='utf-8') as f:
-            names = {line.strip() for line in f if line.strip()}
+        names = read_names(path)
         per_module[module] = len(names)
         declared |= names
+        stated_path = path.rsplit('.', 1)[0] + '.stated'
+        if os.path.exists(stated_path):
+            stated |= read_names(stated_path)
     actual = exported(args.nm, args.library)
 
     print(f'{"module":32} {"exports":>8} {"device":>8}')
@@ -67,13 +77,18 @@ def main():
 
     missing = sorted(declared - actual)
     extra = sorted(actual - declared)
+    renamed = sorted(stated - actual)
     for name in missing:
         print(f'declared but not exported: {name}')
     for name in extra:
         print(f'exported but not declared: {name}')
-    if missing or extra:
-        print(f'export check: FAILED ({len(missing)} missing, {len(extra)} undeclared)')
+    for name in renamed:
+        print(f'stated but not exported under that name (renamed by an overload?): {name}')
+    if missing or extra or renamed:
+        print(f'export check: FAILED ({len(missing)} missing, {len(extra)} undeclared, {len(renamed)} stated names '
+              'not exported)')
         return 1
+    print(f'export check: {len(stated)} stated names exported as stated')
     print(f'export check: {len(actual)} Java natives exported, exactly as declared')
     return 0
 

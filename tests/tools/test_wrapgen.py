@@ -57,6 +57,39 @@ class Names(unittest.TestCase):
                                  'R_1t_1set', 'R_1t_1get', 'C_1get', 'LIMIT_1get', 'counter_1set',
                                  'counter_1get']), short)
 
+    def test_stated_names_and_the_probe_table(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, 'm.wrap')
+            with open(path, 'w', encoding='utf-8') as f:
+                f.write(textwrap.dedent('''
+                    module m
+                    package p
+                    record R { char t[9]; R inner[3]; }
+                    class C {
+                        [[stated]] C();
+                        [[stated]] int f(R& r, unsigned long n, int* OUTPUT);
+                        [[stated]] int f(const char* s);
+                        static C* get();
+                        R make();
+                    }
+                '''))
+            stated, probe = os.path.join(folder, 'm.stated'), os.path.join(folder, 'm.probe')
+            done = subprocess.run([sys.executable, GENERATOR, path, '--stated', stated, '--probe', probe],
+                                  capture_output=True, text=True)
+            self.assertEqual(0, done.returncode, done.stderr)
+            # The overloaded f is exported as f__SWIG_0/1: its stated bare name is what the export check misses.
+            self.assertEqual(['Java_orvane_qsf_wrapper_p_mJNI_C_1f', 'Java_orvane_qsf_wrapper_p_mJNI_new_1C'],
+                             open(stated, encoding='utf-8').read().split())
+            rows = {line.split()[0]: line.split()[1:] for line in open(probe, encoding='utf-8')
+                    if not line.startswith('#')}
+        self.assertEqual(['void', 'self:R', 'owner', 'text:9'], rows['R_t_set'])
+        self.assertEqual(['void', 'self:R', 'owner', 'source:R:3', 'owner'], rows['R_inner_set'])
+        self.assertEqual(['int', 'self:C', 'owner', 'handle:R', 'owner', 'long', 'out'], rows['C_f__SWIG_0'])
+        self.assertEqual(['ref:C'], rows['C_get'])
+        self.assertEqual(['new:R', 'self:C', 'owner'], rows['C_make'])
+        self.assertEqual(['new:C'], rows['new_C'])
+        self.assertEqual(['void', 'dispose:C'], rows['delete_C'])
+
 
 class Errors(unittest.TestCase):
     def assertFails(self, description, *fragments, args=()):

@@ -75,6 +75,19 @@ public:
         jobject result = env()->CallStaticObjectMethod(class_, m, owner, kNoOwner);
         return env()->ExceptionCheck() ? nullptr : static_cast<jstring>(result);
     }
+    // new_<RECORD>, delete_<RECORD>.
+    jlong make(const char* name) {
+        jmethodID m = method(name, "()J");
+        if (m == nullptr) return 0;
+        jlong made = env()->CallStaticLongMethod(class_, m);
+        return env()->ExceptionCheck() ? 0 : made;
+    }
+    void dispose(const char* name, jlong handle) {
+        jmethodID m = method(name, "(J)V");
+        if (m == nullptr) return;
+        env()->CallStaticVoidMethod(class_, m, handle);
+        env()->ExceptionCheck();
+    }
     // A primitive array field: the source is a bare address.
     void set(const char* name, jlong owner, jlong source) {
         jmethodID m = method(name, "(JLjava/lang/Object;J)V");
@@ -103,7 +116,8 @@ bool same(const PROBE_INNER& a, const PROBE_INNER& b) {
     return a.value == b.value && std::memcmp(a.label, b.label, sizeof a.label) == 0;
 }
 
-// A module without Java arrays hands out the address of an array field and copies N elements into it.
+// A module without Java arrays hands out the address of an array field and copies N elements into it, from a
+// source that holds all N: memory the module made, such as the same field of another record.
 TEST_F(wrapper_conventions, plain_array_fields_cross_by_address) {
     plain_natives natives;
     ASSERT_TRUE(natives) << take_exception();
@@ -115,18 +129,43 @@ TEST_F(wrapper_conventions, plain_array_fields_cross_by_address) {
     EXPECT_EQ(to_handle(&plain.items[0]), natives.get("PROBE_PLAIN_items_get", h));
     EXPECT_EQ(to_handle(&plain.single), natives.get("PROBE_PLAIN_single_get", h));
 
+    const jlong source_handle = natives.make("new_PROBE_PLAIN");
+    PROBE_PLAIN& source = *orvane::from_handle<PROBE_PLAIN>(source_handle);
     const unsigned char bytes[6] = {1, 2, 3, 250, 5, 6};
-    natives.set("PROBE_PLAIN_data_set", h, to_handle(bytes));
+    std::memcpy(source.data, bytes, sizeof bytes);
+    source.values[0] = 1, source.values[1] = 0xFFFFFFFFu, source.values[2] = 3;
+    source.items[0] = {1, "one"}, source.items[1] = {2, "two"};
+    natives.set("PROBE_PLAIN_data_set", h, natives.get("PROBE_PLAIN_data_get", source_handle));
     EXPECT_EQ(0, std::memcmp(bytes, plain.data, sizeof bytes));
-    const dev_ulong values[3] = {1, 0xFFFFFFFFu, 3};
-    natives.set("PROBE_PLAIN_values_set", h, to_handle(values));
-    EXPECT_EQ(0, std::memcmp(values, plain.values, sizeof values));
-    const PROBE_INNER items[2] = {{1, "one"}, {2, "two"}};
-    natives.set_record("PROBE_PLAIN_items_set", h, to_handle(items));
-    EXPECT_TRUE(same(items[0], plain.items[0]) && same(items[1], plain.items[1]));
-    natives.set_record("PROBE_PLAIN_single_set", h, to_handle(&items[1]));
-    EXPECT_TRUE(same(items[1], plain.single));
+    natives.set("PROBE_PLAIN_values_set", h, natives.get("PROBE_PLAIN_values_get", source_handle));
+    EXPECT_EQ(0, std::memcmp(source.values, plain.values, sizeof plain.values));
+    natives.set_record("PROBE_PLAIN_items_set", h, natives.get("PROBE_PLAIN_items_get", source_handle));
+    EXPECT_TRUE(same(source.items[0], plain.items[0]) && same(source.items[1], plain.items[1]));
+    natives.set_record("PROBE_PLAIN_single_set", h, to_handle(&source.items[1]));
+    EXPECT_TRUE(same(source.items[1], plain.single));
     EXPECT_EQ("", take_exception());
+
+    // Sources that do not hold the whole array: one record made for Java where the field has two, the last
+    // record of another record, memory the module never made, a record Java deleted. Each is refused before a
+    // byte is read, and the field keeps what it had.
+    const PROBE_PLAIN kept = plain;
+    const jlong one = natives.make("new_PROBE_INNER");
+    const unsigned char foreign[6] = {9, 9, 9, 9, 9, 9};
+    const jlong deleted = natives.make("new_PROBE_PLAIN");
+    natives.dispose("delete_PROBE_PLAIN", deleted);
+    for (const jlong bad : {one, to_handle(&source.single), to_handle(foreign), deleted}) {
+        natives.set_record("PROBE_PLAIN_items_set", h, bad);
+        EXPECT_EQ("java.lang.IndexOutOfBoundsException: incorrect array size", take_exception());
+    }
+    natives.set("PROBE_PLAIN_data_set", h, to_handle(foreign));
+    EXPECT_EQ("java.lang.IndexOutOfBoundsException: incorrect array size", take_exception());
+    natives.set("PROBE_PLAIN_values_set", h, to_handle(&source.single.label[4]));
+    EXPECT_EQ("java.lang.IndexOutOfBoundsException: incorrect array size", take_exception());
+    EXPECT_EQ(0, std::memcmp(kept.data, plain.data, sizeof plain.data));
+    EXPECT_EQ(0, std::memcmp(kept.values, plain.values, sizeof plain.values));
+    EXPECT_TRUE(same(kept.items[0], plain.items[0]) && same(kept.items[1], plain.items[1]));
+    natives.dispose("delete_PROBE_INNER", one);
+    natives.dispose("delete_PROBE_PLAIN", source_handle);
 
     // Zero sources: an array copies nothing, a record is refused; either way the record is unchanged.
     const PROBE_PLAIN before = plain;
@@ -144,7 +183,7 @@ TEST_F(wrapper_conventions, plain_array_fields_cross_by_address) {
     // A zero owner: getters answer zero, setters do nothing.
     EXPECT_EQ(0, natives.get("PROBE_PLAIN_data_get", 0));
     EXPECT_EQ(0, natives.get("PROBE_PLAIN_single_get", 0));
-    natives.set("PROBE_PLAIN_data_set", 0, to_handle(bytes));
+    natives.set("PROBE_PLAIN_data_set", 0, to_handle(foreign));
     natives.set_record("PROBE_PLAIN_single_set", 0, 0);
     EXPECT_EQ("", take_exception());
 }
@@ -158,6 +197,31 @@ TEST_F(wrapper_conventions, full_text_field_is_read_to_its_capacity) {
     full[0].value = 0;
     std::memcpy(full[0].label, "abcdefgh", sizeof full[0].label);
     EXPECT_EQ("abcdefgh", text(natives.get_text("PROBE_INNER_label_get", to_handle(&full[0]))));
+    EXPECT_EQ("", take_exception());
+}
+
+// Bytes a platform record holds become the characters they encode and nothing else: standard UTF-8 from the
+// platform, a character cut off at the field's end, a byte that belongs to no character.
+TEST_F(wrapper_conventions, device_text_becomes_only_the_characters_it_holds) {
+    plain_natives natives;
+    ASSERT_TRUE(natives) << take_exception();
+    auto read = [&](std::initializer_list<unsigned char> bytes) {
+        PROBE_INNER record{};
+        std::copy(bytes.begin(), bytes.end(), reinterpret_cast<unsigned char*>(record.label));
+        jstring s = natives.get_text("PROBE_INNER_label_get", to_handle(&record));
+        std::u16string units;
+        if (s != nullptr) {
+            const jchar* chars = env()->GetStringChars(s, nullptr);
+            units.assign(chars, chars + env()->GetStringLength(s));
+            env()->ReleaseStringChars(s, chars);
+        }
+        return units;
+    };
+    EXPECT_EQ(u"ab\u20AC", read({'a', 'b', 0xE2, 0x82, 0xAC, 0xE2, 0x82, 0}));      // "€" cut after 2 bytes
+    EXPECT_EQ(u"\U0001F600xyz", read({0xF0, 0x9F, 0x98, 0x80, 'x', 'y', 'z', 0}));   // 4-byte UTF-8
+    EXPECT_EQ(u"ab", read({'a', 'b', 0xED, 0xA0, 0xBD, 0}));                        // half a surrogate pair
+    EXPECT_EQ(u"a\uFFFDb\uFFFDc", read({'a', 0xFF, 'b', 0xE2, 'c', 0}));            // no character at all
+    EXPECT_EQ(u"\u00E9t\u00E9", read({0xC3, 0xA9, 't', 0xC3, 0xA9, 0}));           // valid text as it is
     EXPECT_EQ("", take_exception());
 }
 

@@ -135,6 +135,7 @@ class Function:
     line: int
     export: str = ''         # the export's name, with its overload number
     extension: str = ''      # a free function called as extension(*self, args...) in place of a member
+    stated: bool = False     # [[stated]]: Java applications link against the bare name
 
 
 @dataclasses.dataclass
@@ -294,13 +295,24 @@ class Parser:
         self.take('{')
         while self.peek() != '}':
             line = self.line()
+            stated = False
+            if self.peek() == '[[':  # [[stated]]: the export keeps its bare name, never an overload number
+                self.take('[[')
+                if self.take() != 'stated':
+                    raise self.fail('the only attribute of a member is "stated"')
+                self.take(']]')
+                stated = True
             static = False
             if self.peek() == 'static':
                 self.take('static')
                 static = True
             if is_class and self.peek() == r.name and self.peek(1) == '(':
                 self.take()
-                r.functions.append(Function(r.name, None, self.params(), False, line))
+                fn = Function(r.name, None, self.params(), False, line, stated=stated)
+                if self.peek() == '=':
+                    self.take('=')
+                    fn.extension = ' '.join(self.type_tokens_until(';'))
+                r.functions.append(fn)
                 self.take(';')
                 continue
             t = self.type_until_name()
@@ -308,10 +320,10 @@ class Parser:
             if self.peek() == '(':
                 if not is_class:
                     raise self.fail('a record has fields only; declare a class for methods')
-                fn = Function(name, t, self.params(), static, line)
+                fn = Function(name, t, self.params(), static, line, stated=stated)
                 if self.peek() == '=':
                     self.take('=')
-                    fn.extension = self.ident()
+                    fn.extension = ' '.join(self.type_tokens_until(';'))
                 r.functions.append(fn)
             else:
                 count = None
@@ -475,6 +487,14 @@ class Kinds:
             return e.cxx
         return base
 
+    def probe_name(self, base: str) -> str:
+        """The name the probe table gives a handle's type: the module's own name of a record or class, else the
+        C++ spelling without spaces."""
+        r = self.record(base)
+        if r:
+            return r.name
+        return re.sub(r'\s+', '', base)
+
     def error(self, line: int, message: str) -> DescriptionError:
         return DescriptionError(f'{self.path}:{line}: {message}')
 
@@ -507,6 +527,7 @@ class Export:
     params: List[Tuple[str, str, str]]  # (jni type, C name, Java type)
     body: List[str]                # C++ statements
     uses_env: bool = True
+    result_role: str = ''          # what the probe table says of the result (see Generator.probe)
 
 
 class Generator:
@@ -552,7 +573,7 @@ class Generator:
                     raise k.error(line, f'the size "{p.bound}" of "{p.name}[]" is not an earlier parameter')
                 pre.append(f'if (!{a}.covers({named[p.bound]})) return jresult;')
             post.append(f'{a}.store();')
-            return [(jt, j, s.java + '[]')], pre, f'{a}.get()', post
+            return [(jt, j, s.java + '[]', 'array:0')], pre, f'{a}.get()', post
         if marker == 'OUTPUT' and (s or e) and (t.pointer or t.reference):
             sc = s or SCALARS['int']
             cx = sc.cxx if s else k.cxx(t.base)
@@ -561,7 +582,7 @@ class Generator:
             pre.append(f'if (!{a}) return jresult;')
             post.append(f'{a}.store();')
             call = f'{a}.pointer()' if t.pointer else f'{a}.value()'
-            return [(jt, j, sc.java + '[]')], pre, call, post
+            return [(jt, j, sc.java + '[]', 'out')], pre, call, post
         if marker == 'INOUT' and t.base == 'std::string' and (t.pointer or t.reference):
             pre.append(f'::jbrg::wrap::string_holder_arg {a}(jenv, {j});')
             pre.append(f'if (!{a}) return jresult;')
@@ -585,7 +606,7 @@ class Generator:
             return [('jint', j, 'int')], pre, f'static_cast<{e.cxx}>({j})', post
         # Everything else crosses as a handle, followed by its Java owner.
         cx = k.cxx(t.base)
-        params = [('jlong', j, 'long'), ('jobject', '', 'Object')]
+        params = [('jlong', j, 'long', 'handle:' + k.probe_name(t.base)), ('jobject', '', 'Object')]
         if t.reference:
             msg = f'{t.declared()} & reference is null'
             pre.append(f'auto* {a} = ::jbrg::wrap::reference<{cx}>(jenv, {j}, "{msg}");')
@@ -625,7 +646,7 @@ class Generator:
         if t.reference:
             return 'jlong', 'long', ['jresult = ::orvane::to_handle(&result);']
         # A record returned by value: a heap copy that Java deletes with delete_<RECORD>.
-        return 'jlong', 'long', [f'jresult = ::orvane::to_handle(new {cx}(result));']
+        return 'jlong', 'long', [f'jresult = ::jbrg::wrap::adopt(new {cx}(result));']
 
     def call_export(self, name: str, params: List[Param], result: Optional[Type], line: int,
                     self_type: Optional[str], call: str, constructor: Optional[str] = None,
@@ -636,7 +657,7 @@ class Generator:
         args: List[str] = []
         n = 1
         if self_type:
-            jparams += [('jlong', 'jarg1', 'long'), ('jobject', '', 'Object')]
+            jparams += [('jlong', 'jarg1', 'long', 'self:' + self.k.probe_name(self_type)), ('jobject', '', 'Object')]
             body.append(f'auto* self = ::orvane::from_handle<{self_type}>(jarg1);')
             body.append('if (self == nullptr) return jresult;')
             n = 2
@@ -651,8 +672,11 @@ class Generator:
             args.append(expr)
             n += 1
         if constructor:
-            jres, jjava, store = 'jlong', 'long', ['jresult = ::orvane::to_handle(result);']
-            body.append(f'{constructor}* result = new {constructor}({", ".join(args)});')
+            jres, jjava, store = 'jlong', 'long', ['jresult = ::jbrg::wrap::adopt(result);']
+            if extension:  # a factory standing for the constructor: `T(args) = f;`
+                body.append(f'{constructor}* result = {extension}({", ".join(args)});')
+            else:
+                body.append(f'{constructor}* result = new {constructor}({", ".join(args)});')
         else:
             jres, jjava, store = self.convert_result(result, line)
             target = f'self->{call}' if self_type else call
@@ -668,7 +692,19 @@ class Generator:
                 body.append(f'auto&& result = {invocation};')
         body += post
         body += store
-        self.add(Export(name, jres, jjava, jparams, body))
+        self.add(Export(name, jres, jjava, jparams, body, result_role=self.result_role(result, jjava, constructor)))
+
+    def result_role(self, result: Optional[Type], java: str, constructor: Optional[str] = None) -> str:
+        """What the probe table says of a result: `new:T` for an object Java then owns, `ref:T` for one it
+        does not, else the Java type."""
+        k = self.k
+        if constructor:
+            return 'new:' + k.probe_name(constructor)
+        if result is None or java != 'long' or (not result.pointer and not result.reference and
+                                                (k.scalar(result.base) or k.enum(result.base))):
+            return java
+        owned = not result.pointer and not result.reference
+        return ('new:' if owned else 'ref:') + k.probe_name(result.base)
 
     # -- the families
     def record_exports(self, r: Record):
@@ -676,7 +712,8 @@ class Generator:
         if r.constructible and not any(f.result is None for f in r.functions):
             if not r.is_class:
                 self.add(Export(f'new_{r.name}', 'jlong', 'long', [],
-                                [f'jresult = ::orvane::to_handle(new {r.cxx}());'], uses_env=False))
+                                [f'jresult = ::jbrg::wrap::adopt(new {r.cxx}());'], uses_env=False,
+                                result_role='new:' + r.name))
         # Fields.
         for f in r.fields:
             self.field_exports(f'{r.name}_{f.name}', f, f'self->{f.name}', r.cxx)
@@ -694,7 +731,8 @@ class Generator:
             seen[key] = seen.get(key, 0) + 1
             fn.export = base
             if fn.result is None:
-                self.call_export(base, fn.params, None, fn.line, None, '', constructor=r.cxx)
+                self.call_export(base, fn.params, None, fn.line, None, '', constructor=r.cxx,
+                                 extension=fn.extension)
             elif fn.static:
                 self.call_export(base, fn.params, fn.result, fn.line, None, f'{r.cxx}::{fn.name}')
             else:
@@ -702,8 +740,8 @@ class Generator:
         for f in r.statics:
             self.field_exports(f'{r.name}_{f.name}', f, f'{r.cxx}::{f.name}', None)
         if r.deletable:
-            self.add(Export(f'delete_{r.name}', 'void', 'void', [('jlong', 'jarg1', 'long')],
-                            [f'delete ::orvane::from_handle<{r.cxx}>(jarg1);'], uses_env=False))
+            self.add(Export(f'delete_{r.name}', 'void', 'void', [('jlong', 'jarg1', 'long', 'dispose:' + r.name)],
+                            [f'::jbrg::wrap::dispose<{r.cxx}>(jarg1);'], uses_env=False))
 
     def field_exports(self, prefix: str, f: Field, lvalue: str, owner: Optional[str]):
         """`<prefix>_set` and `<prefix>_get` of a record field, static member or global."""
@@ -715,7 +753,7 @@ class Generator:
         own: List[Tuple[str, str, str]] = []
         guard: List[str] = []
         if owner:
-            own = [('jlong', 'jarg1', 'long'), ('jobject', '', 'Object')]
+            own = [('jlong', 'jarg1', 'long', 'self:' + k.probe_name(owner)), ('jobject', '', 'Object')]
             # A zero owner handle reaches no record: the setter does nothing, the getter answers zero.
             guard = [f'auto* self = ::orvane::from_handle<{owner}>(jarg1);', 'if (self == nullptr) return jresult;']
         v = 'jarg2' if owner else 'jarg1'
@@ -727,13 +765,13 @@ class Generator:
 
         if f.count is not None:
             if t.base == 'char' and not t.pointer:
-                both(('jstring', v, 'String'),
+                both(('jstring', v, 'String', f'text:{f.count}'),
                      [f'::jbrg::wrap::set_text(jenv, {lvalue}, {f.count}, {v});'],
                      'jstring', 'String', [f'jresult = ::jbrg::wrap::get_text(jenv, {lvalue}, {f.count});'])
                 return
             if s and s.array and self.m.java_arrays:
                 jt = JAVA_ARRAY[s.jni]
-                both((jt, v, s.java + '[]'),
+                both((jt, v, s.java + '[]', f'array:{f.count}'),
                      [f'::jbrg::wrap::set_array_field<{s.cxx}, {s.jni}>(jenv, {lvalue}, {f.count}, {v});'],
                      jt, s.java + '[]',
                      [f'jresult = SWIG_JavaArrayOut{s.array}(jenv, {lvalue}, {f.count});'])
@@ -741,7 +779,7 @@ class Generator:
             if s or e or r:
                 cx = k.cxx(t.base)
                 # Arrays of modules without Java arrays cross as the address of their first element.
-                both(('jlong', v, 'long'),
+                both(('jlong', v, 'long', f'source:{k.probe_name(t.base)}:{f.count}'),
                      [f'::jbrg::wrap::copy_elements<{cx}>(jenv, {lvalue}, {f.count}, {v});'],
                      'jlong', 'long', [f'jresult = ::orvane::to_handle(&{lvalue}[0]);'])
                 if r:
@@ -772,7 +810,7 @@ class Generator:
             return
         if r and not t.pointer:
             cx = r.cxx
-            both(('jlong', v, 'long'),
+            both(('jlong', v, 'long', 'handle:' + k.probe_name(t.base)),
                  [f'auto* value = ::jbrg::wrap::reference<{cx}>(jenv, {v}, "Attempt to dereference null {t.base}");',
                   'if (!value) return jresult;', f'{lvalue} = *value;'],
                  'jlong', 'long', [f'jresult = ::orvane::to_handle(&{lvalue});'])
@@ -816,7 +854,7 @@ class Generator:
             out.append(f'#include "{inc}"')
         out += ['#include "wrap_runtime.h"', f'#include "{header}"', '', 'extern "C" {', '']
         for e in self.exports:
-            params = ['JNIEnv* jenv', 'jclass'] + [f'{t} {n}'.rstrip() for t, n, _ in e.params]
+            params = ['JNIEnv* jenv', 'jclass'] + [f'{p[0]} {p[1]}'.rstrip() for p in e.params]
             out.append(f'JNIEXPORT {e.jni_result} JNICALL {self.symbol(e.name)}({", ".join(params)}) {{')
             void = e.jni_result == 'void'
             if not void:
@@ -844,7 +882,8 @@ class Generator:
         ]
         for e in self.exports:
             args = []
-            for i, (_, n, jt) in enumerate(e.params):
+            for i, p in enumerate(e.params):
+                n, jt = p[1], p[2]
                 pname = n if n else (e.params[i - 1][1] + '_')
                 args.append(f'{jt} {pname}')
             out.append(f'  public final static native {e.java_result} {e.name}({", ".join(args)});')
@@ -853,6 +892,40 @@ class Generator:
 
     def manifest(self) -> str:
         return '\n'.join(sorted(self.symbol(e.name) for e in self.exports)) + '\n'
+
+    def stated(self) -> str:
+        """The JNI names of the exports marked [[stated]]: Java applications link against them as they stand, so
+        each must be exported under exactly that name (an overload number would rename it)."""
+        names = []
+        for r in self.m.records:
+            for fn in r.functions:
+                if fn.stated:
+                    names.append(f'new_{r.name}' if fn.result is None else f'{r.name}_{fn.name}')
+        return ''.join(self.symbol(n) + '\n' for n in sorted(set(names)))
+
+    def probe(self) -> str:
+        """The module's exports as the hostile-argument probe calls them, one a line:
+
+            <export> <result> <argument> ...
+
+        A result is `void`, a Java type, `new:T` (an object Java then owns and deletes with delete_T) or `ref:T`
+        (one it does not own). An argument is a Java type (`int`, `long`, `String`, `Object`, ...) or one of
+        `self:T` (the object a method or field accessor acts on), `owner` (the Java owner after a handle),
+        `handle:T` (another object or record), `dispose:T` (what delete_T frees), `source:T:N` (the source of
+        an array field of N elements, by address), `text:N` (a text field of capacity N), `array:N` (a Java
+        array, N elements exactly for a field, 0 when any length goes) and `out` (a one-element out-array)."""
+        out = [f'# {self.m.name} {self.jclass()}']
+        for e in self.exports:
+            roles = []
+            for p in e.params:
+                if len(p) > 3:
+                    roles.append(p[3])
+                elif p[2] == 'Object':
+                    roles.append('owner' if not p[1] else 'Object')
+                else:
+                    roles.append(p[2])
+            out.append(' '.join([e.name, e.result_role or e.java_result] + roles))
+        return '\n'.join(out) + '\n'
 
 
 def header_name(m: Module) -> str:
@@ -878,6 +951,8 @@ def main(argv: List[str]) -> int:
     ap.add_argument('--cpp', help='where to write the C++ exports')
     ap.add_argument('--java-root', help='root folder of the generated Java sources')
     ap.add_argument('--manifest', help='where to write the sorted export names')
+    ap.add_argument('--stated', help='where to write the export names Java applications link against as stated')
+    ap.add_argument('--probe', help='where to write the table of exports the hostile-argument probe calls')
     ap.add_argument('--module', help='the module the description must declare (its file name)')
     ap.add_argument('--package', help='the package the description must declare (its folder)')
     ap.add_argument('--print', choices=['header', 'java', 'module', 'count'],
@@ -915,6 +990,10 @@ def main(argv: List[str]) -> int:
         write_if_changed(os.path.join(args.java_root, java_rel), gen.java())
     if args.manifest:
         write_if_changed(args.manifest, gen.manifest())
+    if args.stated:
+        write_if_changed(args.stated, gen.stated())
+    if args.probe:
+        write_if_changed(args.probe, gen.probe())
     return 0
 
 

@@ -1,7 +1,11 @@
 #include "wrap_runtime.h"
 
+#include <cstdint>
 #include <cstring>
 #include <exception>
+#include <iterator>
+#include <map>
+#include <mutex>
 #include <new>
 #include <stdexcept>
 #include <type_traits>
@@ -101,6 +105,8 @@ void throw_cxx_exception(JNIEnv* jenv) {
         throw_java(jenv, OutOfMemoryError, "out of native memory");
     } catch (const std::out_of_range& e) {
         throw_java(jenv, IndexOutOfBoundsException, e.what());
+    } catch (const std::length_error& e) {
+        throw_java(jenv, IllegalArgumentException, e.what());
     } catch (const std::exception& e) {
         throw_java(jenv, RuntimeException, e.what());
     } catch (...) {
@@ -168,9 +174,11 @@ void array_arg<C, J>::store() {
     jarr_ = nullptr;
 }
 
-jstring new_string(JNIEnv* jenv, const char* text) { return text != nullptr ? jenv->NewStringUTF(text) : nullptr; }
+jstring new_string(JNIEnv* jenv, const char* text) { return ::orvane::jni::new_string(jenv, text); }
 
-jstring new_string(JNIEnv* jenv, const std::string& text) { return jenv->NewStringUTF(text.c_str()); }
+jstring new_string(JNIEnv* jenv, const std::string& text) {
+    return ::orvane::jni::new_string(jenv, text.data(), text.size());
+}
 
 void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text) {
     if (text == nullptr) {
@@ -179,15 +187,52 @@ void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text) {
     }
     ::orvane::jni::utf_chars chars(jenv, text);
     if (!chars) return;
-    std::strncpy(field, chars.get(), capacity - 1);
-    field[capacity - 1] = '\0';
+    // At most capacity-1 bytes, as strncpy would copy them, but never part of a character.
+    const std::size_t kept = ::orvane::jni::utf8_prefix(chars.get(), std::strlen(chars.get()), capacity - 1);
+    std::strncpy(field, chars.get(), kept);
+    std::memset(field + kept, 0, capacity - kept);
 }
 
 jstring get_text(JNIEnv* jenv, const char* field, std::size_t capacity) {
     // A platform record may fill a text field to the last byte; read no further than the field.
-    const std::size_t length = strnlen(field, capacity);
-    if (length < capacity) return jenv->NewStringUTF(field);
-    return jenv->NewStringUTF(std::string(field, length).c_str());
+    return ::orvane::jni::new_string(jenv, field, strnlen(field, capacity));
+}
+
+namespace {
+
+// Start address -> size of every block handed to Java and not yet deleted.
+struct block_table {
+    std::mutex mutex;
+    std::map<std::uintptr_t, std::size_t> blocks;
+};
+
+block_table& owned_blocks() {
+    static block_table table;
+    return table;
+}
+
+}  // namespace
+
+void remember_block(const void* start, std::size_t size) {
+    block_table& t = owned_blocks();
+    std::lock_guard<std::mutex> guard(t.mutex);
+    t.blocks[reinterpret_cast<std::uintptr_t>(start)] = size;
+}
+
+void forget_block(const void* start) {
+    block_table& t = owned_blocks();
+    std::lock_guard<std::mutex> guard(t.mutex);
+    t.blocks.erase(reinterpret_cast<std::uintptr_t>(start));
+}
+
+std::size_t bytes_from(const void* address) {
+    const auto at = reinterpret_cast<std::uintptr_t>(address);
+    block_table& t = owned_blocks();
+    std::lock_guard<std::mutex> guard(t.mutex);
+    auto after = t.blocks.upper_bound(at);
+    if (after == t.blocks.begin()) return 0;
+    const auto& [start, size] = *std::prev(after);
+    return at < start + size ? start + size - at : 0;
 }
 
 template <class C, class J>

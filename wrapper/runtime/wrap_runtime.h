@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "handle.h"
+#include "jni_text.h"
 #include "jni_scoped.h"
 #include "plat_types.h"
 
@@ -70,9 +71,37 @@ enum java_exception {
 void throw_java(JNIEnv* jenv, int code, const char* message);
 
 // Called in an export's catch-all: a C++ exception must never unwind into the Java VM, so it leaves as a
-// Java OutOfMemoryError (std::bad_alloc), IndexOutOfBoundsException (std::out_of_range) or RuntimeException
+// Java OutOfMemoryError (std::bad_alloc), IndexOutOfBoundsException (std::out_of_range),
+// IllegalArgumentException (std::length_error: a size beyond what the device can hold) or RuntimeException
 // (anything else) with its text.
 void throw_cxx_exception(JNIEnv* jenv);
+
+// ---- What Java owns -------------------------------------------------------------------------------------
+//
+// Every object and record the exports make for Java (`new_`, a record result by value) is remembered with its
+// size until Java deletes it, so that a handle coming back can be measured: bytes_from() tells how many bytes
+// from an address lie inside one such block (0 for an address in none of them: a zero handle, a deleted block,
+// memory the module did not make).
+
+void remember_block(const void* start, std::size_t size);
+void forget_block(const void* start);
+std::size_t bytes_from(const void* address);
+
+// A new object handed to Java as a handle.
+template <class T>
+jlong adopt(T* object) {
+    if (object != nullptr) remember_block(object, sizeof(T));
+    return ::orvane::to_handle(object);
+}
+
+// `delete_<T>`: Java gives back what it owns.
+template <class T>
+void dispose(jlong handle) {
+    T* object = ::orvane::from_handle<T>(handle);
+    if (object == nullptr) return;
+    forget_block(object);
+    delete object;
+}
 
 // ---- Arguments ----------------------------------------------------------------------------------------
 
@@ -204,11 +233,18 @@ template <class C, class J>
 void set_array_field(JNIEnv* jenv, C* field, std::size_t count, typename ::orvane::jni::array_traits<J>::array input);
 
 // An array field of a module without Java arrays, set from a buffer of `count` elements given by handle. A
-// zero handle copies nothing.
+// zero handle copies nothing. The buffer must hold all `count` elements: Java can only hand over memory the
+// module gave it (a record from `new_`, or a field inside one), and a source that does not reach that far (a
+// single record from `new_` for a field of eight, say) throws IndexOutOfBoundsException "incorrect array size"
+// and leaves the field unchanged, so nothing is ever read past what the source holds.
 template <class C>
-void copy_elements(JNIEnv*, C* field, std::size_t count, jlong source) {
+void copy_elements(JNIEnv* jenv, C* field, std::size_t count, jlong source) {
     const C* from = ::orvane::from_handle<const C>(source);
     if (from == nullptr) return;
+    if (bytes_from(from) < count * sizeof(C)) {
+        throw_java(jenv, IndexOutOfBoundsException, "incorrect array size");
+        return;
+    }
     for (std::size_t i = 0; i < count; ++i) field[i] = from[i];
 }
 
@@ -217,6 +253,30 @@ void copy_elements(JNIEnv*, C* field, std::size_t count, jlong source) {
 // A class that stands for a std::vector (`class vectorl = std::vector< unsigned int >`) reaches the vector's
 // own size, capacity, reserve and clear, and these for the rest. An index outside the vector leaves as Java
 // IndexOutOfBoundsException "vector index out of range".
+
+// The most elements a vector can have on the device: its std::vector holds at most PTRDIFF_MAX bytes of a
+// 32-bit address space. A larger count (a negative Java long among them: -1 is 4294967295 on the device)
+// leaves as Java IllegalArgumentException, and nothing is allocated.
+template <class T>
+void check_vector_size(dev_ulong count) {
+    constexpr dev_ulong kDeviceMax = 0x7FFFFFFFu / sizeof(T);
+    if (count > kDeviceMax) {
+        throw std::length_error("vector size " + std::to_string(count) + " is more than the device can hold (" +
+                                std::to_string(kDeviceMax) + ")");
+    }
+}
+
+template <class T>
+std::vector<T>* vector_new(dev_ulong count) {
+    check_vector_size<T>(count);
+    return new std::vector<T>(count);
+}
+
+template <class T>
+void vector_reserve(std::vector<T>& v, dev_ulong count) {
+    check_vector_size<T>(count);
+    v.reserve(count);
+}
 
 template <class T>
 T vector_get(std::vector<T>& v, int i) {

@@ -91,6 +91,15 @@ public final class ProbeFields {
             Check.equal("0123456789abcdef", PROBE_RECORD_text_get(r, null), "a full text");
             Check.equal(filled((short) 7), PROBE_RECORD_bytes_get(r, null), "the field after a full text");
 
+            // A cut never stores part of a character: "€" takes 3 bytes, so 5 fit in 16; an emoji is two
+            // surrogates of 3 bytes each, kept together or not at all; U+0000 is C0 80 in Java's own encoding.
+            PROBE_RECORD_text_set(r, null, "€".repeat(10000));
+            Check.equal("€".repeat(5), PROBE_RECORD_text_get(r, null), "a cut between whole characters");
+            PROBE_RECORD_text_set(r, null, "abcde" + "\uD83D\uDE00".repeat(5000));
+            Check.equal("abcde\uD83D\uDE00", PROBE_RECORD_text_get(r, null), "an emoji is never cut in two");
+            PROBE_RECORD_text_set(r, null, "a\u0000b%s%n");
+            Check.equal("a\u0000b%s%n", PROBE_RECORD_text_get(r, null), "an embedded NUL and format text");
+
             long inner = PROBE_RECORD_inner_get(r, null);
             PROBE_INNER_label_set(inner, null, "labelled");
             Check.equal("labelle", PROBE_INNER_label_get(inner, null), "char[8] keeps 7 characters");

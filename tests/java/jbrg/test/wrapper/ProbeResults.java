@@ -90,6 +90,19 @@ public final class ProbeResults {
             Check.throwsWith(IndexOutOfBoundsException.class, "vector index out of range",
                     () -> probe_vector_set(v, null, -1, 1L));
 
+            // A count beyond what the device's vector can hold (-1 is 4294967295 there) allocates nothing.
+            long capacity = probe_vector_capacity(v, null);
+            Check.throwsWith(IllegalArgumentException.class,
+                    "vector size 4294967295 is more than the device can hold (536870911)",
+                    () -> probe_vector_reserve(v, null, -1L));
+            Check.equal(capacity, probe_vector_capacity(v, null), "a refused reserve leaves the vector as it was");
+            Check.throwsWith(IllegalArgumentException.class,
+                    "vector size 536870912 is more than the device can hold (536870911)",
+                    () -> new_probe_vector__SWIG_1(536870912L));
+            long wrapped = new_probe_vector__SWIG_1((1L << 32) + 5);
+            Check.equal(5L, probe_vector_size(wrapped, null), "a count keeps its low 32 bits, as on the device");
+            delete_probe_vector(wrapped);
+
             Check.equal(2, probe_subject_fill_vector(s, null, v, null, 2), "filled by the native side");
             Check.equal(4294967281L, probe_vector_get(v, null, 1), "what the native side put in");
             int before = probe_subject_reached();
