@@ -1,5 +1,6 @@
 #include "xamf_amo_app_operation_observer.h"
 
+#include "jni_text.h"
 #include "trace.h"
 #include "xamf_amo_proxy.h"
 
@@ -99,7 +100,7 @@ void deliver(const trace_site& site, xamf_amo_app_operation_observer& self, cons
         fail();
         return;
     }
-    jstring str = app_id != nullptr ? env->NewStringUTF(app_id) : nullptr;
+    jstring str = app_id != nullptr ? ::orvane::jni::new_string(env, app_id) : nullptr;
     if (env->ExceptionCheck()) {
         env->ExceptionClear();
         self.thread_detach();

@@ -6,6 +6,7 @@
 #include "cjvm.h"
 #include "emw_services.h"
 #include "jni_scoped.h"
+#include "jni_text.h"
 #include "trace.h"
 
 namespace orvane {
@@ -266,7 +267,7 @@ int xamf_amo_proxy::xamf_amo_get_library_list(const char* app_id, jobject holder
         // A slot holds up to 256 characters and its terminator; one filled to the end is read to its end.
         std::string name(slot, strnlen(slot, XAM_ADS_LIB_NAME_SIZE));
         JBRG_TRACE("[get_library_list] get_library_list lib_list[%d] = %s", static_cast<int>(i), name.c_str());
-        jni::local_ref<jstring> text(env, env->NewStringUTF(name.c_str()));
+        jni::local_ref<jstring> text(env, jni::new_string(env, name.data(), name.size()));
         if (env->ExceptionCheck()) {
             JBRG_TRACE("Detected exception : NewStringUTF");
             env->ExceptionClear();

@@ -2,6 +2,7 @@
 
 #include "cjvm.h"
 #include "jni_scoped.h"
+#include "jni_text.h"
 
 namespace orvane::jni {
 
@@ -73,7 +74,7 @@ bool set_field(const trace_site& site, field_id& field, jobject object, const ch
     if (!field.ensure(site)) return false;
     JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return false;
-    local_ref<jstring> value(env, env->NewStringUTF(text));
+    local_ref<jstring> value(env, new_string(env, text));
     if (failed(env, site, "NewStringUTF")) return false;
     env->SetObjectField(object, field.get(), value.get());
     return true;

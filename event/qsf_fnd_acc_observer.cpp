@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "jni_scoped.h"
+#include "jni_text.h"
 #include "observer_support.h"
 
 namespace orvane {
@@ -234,7 +235,7 @@ bool qsf_fnd_acc_observer::set_iccard_id(jobject info, const char* id) {
         JBRG_TRACE("ERROR : could not get ICCardInfo#:setCardId() method ID.");
         return false;
     }
-    jstring text = jnienv_->NewStringUTF(id);
+    jstring text = ::orvane::jni::new_string(jnienv_, id);
     if (text == nullptr) {
         clear_exception(jnienv_);
         JBRG_TRACE("ERROR : could not create string object");

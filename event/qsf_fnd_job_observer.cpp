@@ -1,5 +1,6 @@
 #include "qsf_fnd_job_observer.h"
 
+#include "jni_text.h"
 #include "observer_support.h"
 
 #include <cstring>
@@ -142,7 +143,7 @@ PLAT_RESULT qsf_fnd_job_observer::notify_job_state_changed(XSI_AIS_JOB_STATE sta
         jmethodID method = m_env->GetMethodID(m_jcls_job, s.name, s.signature);
         if (method == nullptr) return lookup_failed();
         if (s.text) {
-            user_name = m_env->NewStringUTF(name);
+            user_name = ::orvane::jni::new_string(m_env, name);
             if (user_name == nullptr) return lookup_failed();
             s.value.l = user_name;
         }

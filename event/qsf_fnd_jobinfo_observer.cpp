@@ -1,5 +1,6 @@
 #include "qsf_fnd_jobinfo_observer.h"
 
+#include "jni_text.h"
 #include "observer_support.h"
 
 #include <iterator>
@@ -97,7 +98,7 @@ PLAT_RESULT qsf_fnd_jobinfo_observer::deliver(jclass cls, jmethodID fire, const 
     jstring name = nullptr;
     if (with_name) {
         // A job without a name is as undeliverable as a name Java cannot hold.
-        name = job_name != nullptr ? m_env->NewStringUTF(job_name) : nullptr;
+        name = job_name != nullptr ? ::orvane::jni::new_string(m_env, job_name) : nullptr;
         if (name == nullptr) {
             m_env->ExceptionDescribe();
             m_env->ExceptionClear();

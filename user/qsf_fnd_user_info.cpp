@@ -5,6 +5,7 @@
 #include "cjvm.h"
 #include "jni_cache.h"
 #include "jni_scoped.h"
+#include "jni_text.h"
 #include "trace.h"
 
 namespace orvane {
@@ -50,7 +51,7 @@ jobject text_attribute(JNIEnv* env, const trace_site& site, jni::method_id& ctor
     if (!ctor.ensure(site)) return nullptr;
     jstring made = nullptr;
     if (text != nullptr) {
-        made = env->NewStringUTF(text);
+        made = jni::new_string(env, text);
         if (failed(env, site, "NewStringUTF") || made == nullptr) return nullptr;
     }
     jni::local_ref<jstring> value(env, made);
