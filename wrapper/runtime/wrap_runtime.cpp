@@ -187,9 +187,9 @@ void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text) {
     }
     ::orvane::jni::utf_chars chars(jenv, text);
     if (!chars) return;
-    // At most capacity-1 bytes, as strncpy would copy them, but never part of a character.
+    // At most capacity-1 bytes and the rest zero, as strncpy would leave them, but never part of a character.
     const std::size_t kept = ::orvane::jni::utf8_prefix(chars.get(), std::strlen(chars.get()), capacity - 1);
-    std::strncpy(field, chars.get(), kept);
+    std::memcpy(field, chars.get(), kept);
     std::memset(field + kept, 0, capacity - kept);
 }
 
