@@ -219,10 +219,10 @@ void remember_block(const void* start, std::size_t size) {
     t.blocks[reinterpret_cast<std::uintptr_t>(start)] = size;
 }
 
-void forget_block(const void* start) {
+bool forget_block(const void* start) {
     block_table& t = owned_blocks();
     std::lock_guard<std::mutex> guard(t.mutex);
-    t.blocks.erase(reinterpret_cast<std::uintptr_t>(start));
+    return t.blocks.erase(reinterpret_cast<std::uintptr_t>(start)) != 0;
 }
 
 std::size_t bytes_from(const void* address) {

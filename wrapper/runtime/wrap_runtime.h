@@ -84,7 +84,8 @@ void throw_cxx_exception(JNIEnv* jenv);
 // memory the module did not make).
 
 void remember_block(const void* start, std::size_t size);
-void forget_block(const void* start);
+// False when `start` begins no block handed to Java (never handed out, or already given back).
+bool forget_block(const void* start);
 std::size_t bytes_from(const void* address);
 
 // A new object handed to Java as a handle.
@@ -94,13 +95,12 @@ jlong adopt(T* object) {
     return ::orvane::to_handle(object);
 }
 
-// `delete_<T>`: Java gives back what it owns.
+// `delete_<T>`: Java gives back what it owns. A handle that names nothing Java owns (zero, one already given
+// back, the process's singleton, a record inside another) frees nothing: deleting it would end the VM.
 template <class T>
 void dispose(jlong handle) {
     T* object = ::orvane::from_handle<T>(handle);
-    if (object == nullptr) return;
-    forget_block(object);
-    delete object;
+    if (object != nullptr && forget_block(object)) delete object;
 }
 
 // ---- Arguments ----------------------------------------------------------------------------------------
