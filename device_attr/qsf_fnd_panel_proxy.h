@@ -67,7 +67,8 @@ public:
 
     // True when the panel can show the screen now; false also when the panel cannot be asked.
     bool is_screen_available(XSI_PBFS_PANEL_DISPLAY_TYPE type);
-    // True on failure: the panel refused the text.
+    // True on failure: the panel refused the text (one longer than the soft keyboard takes, among others,
+    // XSI_PBFS_PANEL_SOFT_KEY_DISPLAY_TEXT_MAX_SIZE - 1 bytes); the text is handed over whole, never cut here.
     bool set_softkeyboard_text(std::string& identifier, dev_ulong item, const std::string& text,
                                XSI_PBFS_PANEL_DISPLAY_TEXT_TYPE type);
 

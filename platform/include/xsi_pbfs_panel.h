@@ -12,7 +12,8 @@
  *
  * Numeric values of the enumerations are the panel's own; callers pass them through. Record layouts are
  * fixed (they cross process boundaries): 32-bit integers, texts of fixed capacity (terminating zero
- * included), the date and time fields narrow; every record's size and offsets are asserted below.
+ * included), dates and times as texts of digits, explicit padding to 4-byte boundaries; every record's size
+ * and offsets are asserted below, and hold alike on the device's 32-bit ARM and on x86-64.
  */
 #ifndef XSI_PBFS_PANEL_H
 #define XSI_PBFS_PANEL_H
@@ -30,16 +31,24 @@
 #define XSI_PBFS_PANEL_NOT_AVAILABLE PLAT_CODE(0xC1010705)   /* the screen or keypad cannot be shown now */
 #define XSI_PBFS_PANEL_IPC_ERROR PLAT_CODE(0xC1010706)       /* the message could not be delivered */
 
-/* ---- Capacities (terminating zero included) and list sizes --------------------------------------------- */
+/* ---- Capacities of the screen records (texts: terminating zero included) and their entry counts ---------- */
 
-#define XSI_PBFS_PANEL_TITLE_SIZE 65
-#define XSI_PBFS_PANEL_ITEM_TEXT_SIZE 65
-#define XSI_PBFS_PANEL_MESSAGE_SIZE 129
-#define XSI_PBFS_PANEL_INPUT_TEXT_SIZE 257
-#define XSI_PBFS_PANEL_COMMON_ITEM_NUM 8     /* items of one screen's common area */
-#define XSI_PBFS_PANEL_INPUT_TEXT_NUM 4      /* input fields of one input screen */
-#define XSI_PBFS_PANEL_LIST_ITEM_NUM 16      /* entries of one list screen */
-#define XSI_PBFS_PANEL_APP_ID_SIZE 65        /* application ids the panel keeps */
+#define XSI_PBFS_PANEL_DISPLAY_COMMON_TITLE_SIZE 33          /* a screen's title */
+#define XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_SIZE 3            /* items of one screen's common area */
+#define XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_TEXT_SIZE 17      /* the text of a common item */
+#define XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE 65               /* a screen's or an input field's message */
+#define XSI_PBFS_PANEL_INPUT_TEXT_LINE_SIZE 3                /* input fields of one input screen */
+#define XSI_PBFS_PANEL_INPUT_TEXT_TEXT_SIZE 65               /* the text of an input field */
+#define XSI_PBFS_PANEL_LIST_ITEM_SIZE 30                     /* entries of one list screen */
+#define XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_TEXT_SIZE 33        /* the text of a list entry */
+#define XSI_PBFS_PANEL_DATE_TIME_YEAR_SIZE 5                 /* date and time fields, as digits */
+#define XSI_PBFS_PANEL_DATE_TIME_MONTH_SIZE 3
+#define XSI_PBFS_PANEL_DATE_TIME_DAY_SIZE 3
+#define XSI_PBFS_PANEL_DATE_TIME_HOUR_SIZE 3
+#define XSI_PBFS_PANEL_DATE_TIME_MINUTES_SIZE 3
+#define XSI_PBFS_PANEL_SOFT_KEY_DISPLAY_TEXT_MAX_SIZE 385    /* a text put on the soft keyboard */
+
+#define XSI_PBFS_PANEL_APP_ID_SIZE 65                        /* application ids the panel keeps */
 
 #ifdef __cplusplus
 
@@ -117,47 +126,47 @@ PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO, 16);
 /* One item of a screen's common area. */
 typedef struct {
     dev_ulong display_id;
-    char text[XSI_PBFS_PANEL_ITEM_TEXT_SIZE];
+    char text[XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_TEXT_SIZE];
     uint8_t pad[3];
 } XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA;
 PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA, text, 4);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA, 72);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA, 24);
 
 typedef struct {
     dev_ulong num;            /* items of data in use */
-    XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA data[XSI_PBFS_PANEL_COMMON_ITEM_NUM];
+    XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA data[XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_SIZE];
 } XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM;
 PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM, data, 4);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM, 580);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM, 76);
 
 /* What every screen has: a title and the common items. */
 typedef struct {
-    char title[XSI_PBFS_PANEL_TITLE_SIZE];
+    char title[XSI_PBFS_PANEL_DISPLAY_COMMON_TITLE_SIZE];
     uint8_t pad[3];
     XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM display_item;
 } XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY;
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY, display_item, 68);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY, 648);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY, display_item, 36);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY, 112);
 
 /* A message screen. */
 typedef struct {
     XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY common_property;
-    char message[XSI_PBFS_PANEL_MESSAGE_SIZE];
+    char message[XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE];
     uint8_t pad[3];
 } XSI_PBFS_PANEL_DISPLAY_TEXT;
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_TEXT, message, 648);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_TEXT, 780);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_TEXT, message, 112);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_TEXT, 180);
 
 /* The text of one input field. */
 typedef struct {
-    char text[XSI_PBFS_PANEL_INPUT_TEXT_SIZE];
+    char text[XSI_PBFS_PANEL_INPUT_TEXT_TEXT_SIZE];
     uint8_t pad[3];
 } XSI_PBFS_PANEL_INPUT_TEXT_DATA;
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_INPUT_TEXT_DATA, 260);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_INPUT_TEXT_DATA, 68);
 
 /* One input field of an input screen. */
 typedef struct {
-    char message[XSI_PBFS_PANEL_MESSAGE_SIZE];
+    char message[XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE];
     uint8_t pad[3];
     dev_ulong defaults_info;                     /* 1: defaults_data is filled in */
     XSI_PBFS_PANEL_INPUT_TEXT_DATA defaults_data;
@@ -167,79 +176,86 @@ typedef struct {
     dev_ulong lines;
     dev_ulong erorr_disp;                        /* the record's published field name, spelt so */
 } XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA;
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, defaults_info, 132);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, defaults_data, 136);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, phb_type, 396);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, erorr_disp, 412);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, 416);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, defaults_info, 68);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, defaults_data, 72);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, phb_type, 140);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, erorr_disp, 156);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA, 160);
 
 typedef struct {
     XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY common_property;
     dev_ulong num;                               /* fields of data in use */
-    XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA data[XSI_PBFS_PANEL_INPUT_TEXT_NUM];
+    XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA data[XSI_PBFS_PANEL_INPUT_TEXT_LINE_SIZE];
 } XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT;
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT, num, 648);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT, data, 652);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT, 2316);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT, num, 112);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT, data, 116);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT, 596);
 
 /* One entry of a list screen. */
 typedef struct {
     dev_ulong defaults;                          /* 1: selected at first */
-    char text[XSI_PBFS_PANEL_ITEM_TEXT_SIZE];
+    char text[XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_TEXT_SIZE];
     uint8_t pad[3];
 } XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA;
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA, 72);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA, text, 4);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA, 40);
 
 typedef struct {
     dev_ulong num;
-    XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA data[XSI_PBFS_PANEL_LIST_ITEM_NUM];
+    XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA data[XSI_PBFS_PANEL_LIST_ITEM_SIZE];
 } XSI_PBFS_PANEL_DISPLAY_LIST_ITEM;
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_LIST_ITEM, 1156);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_LIST_ITEM, data, 4);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_LIST_ITEM, 1204);
 
 typedef struct {
     XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY common_property;
-    char message[XSI_PBFS_PANEL_MESSAGE_SIZE];
+    char message[XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE];
     uint8_t pad[3];
     dev_ulong essential;                         /* 1: a selection is required */
     XSI_PBFS_PANEL_DISPLAY_LIST_ITEM item;
 } XSI_PBFS_PANEL_DISPLAY_LIST;
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_LIST, message, 648);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_LIST, essential, 780);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_LIST, item, 784);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_LIST, 1940);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_LIST, message, 112);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_LIST, essential, 180);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_LIST, item, 184);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_LIST, 1388);
 
-/* A date and a time of day. */
+/* A date and a time of day, as texts of digits ("2024", "07", "31", "23", "59"): 17 bytes, byte-aligned. */
 typedef struct {
-    uint16_t year;                               /* e.g. 2024 */
-    uint8_t month;                               /* 1..12 */
-    uint8_t day;                                 /* 1..31 */
-    uint8_t hour;                                /* 0..23 */
-    uint8_t minutes;                             /* 0..59 */
+    char year[XSI_PBFS_PANEL_DATE_TIME_YEAR_SIZE];
+    char month[XSI_PBFS_PANEL_DATE_TIME_MONTH_SIZE];
+    char day[XSI_PBFS_PANEL_DATE_TIME_DAY_SIZE];
+    char hour[XSI_PBFS_PANEL_DATE_TIME_HOUR_SIZE];
+    char minutes[XSI_PBFS_PANEL_DATE_TIME_MINUTES_SIZE];
 } XSI_PBFS_PANEL_DATE_TIME_DATA;
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DATE_TIME_DATA, month, 2);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DATE_TIME_DATA, minutes, 5);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DATE_TIME_DATA, 6);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DATE_TIME_DATA, month, 5);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DATE_TIME_DATA, day, 8);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DATE_TIME_DATA, hour, 11);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DATE_TIME_DATA, minutes, 14);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DATE_TIME_DATA, 17);
 
 typedef struct {
     dev_ulong now;                               /* 1: start from the current time, data unused */
     XSI_PBFS_PANEL_DATE_TIME_DATA data;
-    uint8_t pad[2];
+    uint8_t pad[3];
 } XSI_PBFS_PANEL_DATE_TIME_DEFAULTS;
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DATE_TIME_DEFAULTS, 12);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DATE_TIME_DEFAULTS, data, 4);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DATE_TIME_DEFAULTS, 24);
 
 typedef struct {
     dev_ulong setting;                           /* 1: data limits the input */
     XSI_PBFS_PANEL_DATE_TIME_DATA data;
-    uint8_t pad[2];
+    uint8_t pad[3];
 } XSI_PBFS_PANEL_DATE_TIME_MAXIMUM;
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DATE_TIME_MAXIMUM, 12);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DATE_TIME_MAXIMUM, data, 4);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DATE_TIME_MAXIMUM, 24);
 
 typedef struct {
     dev_ulong setting;                           /* 1: data limits the input */
     XSI_PBFS_PANEL_DATE_TIME_DATA data;
-    uint8_t pad[2];
+    uint8_t pad[3];
 } XSI_PBFS_PANEL_DATE_TIME_MINIMUM;
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DATE_TIME_MINIMUM, 12);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DATE_TIME_MINIMUM, data, 4);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DATE_TIME_MINIMUM, 24);
 
 typedef struct {
     dev_ulong date_type;                         /* 0 none, 1 year-month-day, 2 month-day-year, 3 day-month-year */
@@ -249,16 +265,19 @@ PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DATE_TIME_INPUT_FORM, 8);
 
 typedef struct {
     XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY common_property;
-    char message[XSI_PBFS_PANEL_MESSAGE_SIZE];
+    char message[XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE];
     uint8_t pad[3];
     XSI_PBFS_PANEL_DATE_TIME_DEFAULTS defaults;
     XSI_PBFS_PANEL_DATE_TIME_MAXIMUM maximum;
     XSI_PBFS_PANEL_DATE_TIME_MINIMUM minimum;
     XSI_PBFS_PANEL_DATE_TIME_INPUT_FORM input_form;
 } XSI_PBFS_PANEL_DISPLAY_DATE_TIME;
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_DATE_TIME, defaults, 780);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_DATE_TIME, input_form, 816);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_DATE_TIME, 824);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_DATE_TIME, message, 112);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_DATE_TIME, defaults, 180);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_DATE_TIME, maximum, 204);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_DATE_TIME, minimum, 228);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_DATE_TIME, input_form, 252);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_DATE_TIME, 260);
 
 /* What a screen shows; the screen's kind decides which member is meaningful. */
 typedef struct {
@@ -267,10 +286,10 @@ typedef struct {
     XSI_PBFS_PANEL_DISPLAY_LIST list_display;
     XSI_PBFS_PANEL_DISPLAY_DATE_TIME date_time_display;
 } XSI_PBFS_PANEL_DISPLAY_PROPERTY;
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_PROPERTY, input_text_display, 780);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_PROPERTY, list_display, 3096);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_PROPERTY, date_time_display, 5036);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_PROPERTY, 5860);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_PROPERTY, input_text_display, 180);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_PROPERTY, list_display, 776);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_DISPLAY_PROPERTY, date_time_display, 2164);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_DISPLAY_PROPERTY, 2424);
 
 /* ---- Panel screens an application shows: what the user did ---------------------------------------------- */
 
@@ -286,30 +305,32 @@ PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_TEXT, 4);
 
 typedef struct {
     XSI_PBFS_PANEL_OPERATION_COMMON_PROPERTY common_property;
-    XSI_PBFS_PANEL_INPUT_TEXT_DATA input_data[XSI_PBFS_PANEL_INPUT_TEXT_NUM];   /* one per input field */
+    XSI_PBFS_PANEL_INPUT_TEXT_DATA input_data[XSI_PBFS_PANEL_INPUT_TEXT_LINE_SIZE];   /* one per input field */
 } XSI_PBFS_PANEL_OPERATION_INPUT_TEXT;
 PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_OPERATION_INPUT_TEXT, input_data, 4);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_INPUT_TEXT, 1044);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_INPUT_TEXT, 208);
 
 typedef struct {
     dev_ulong num;                               /* entries selected */
-    dev_ulong data[XSI_PBFS_PANEL_LIST_ITEM_NUM];   /* their indexes in the list, from 0 */
+    dev_ulong data[XSI_PBFS_PANEL_LIST_ITEM_SIZE];   /* their indexes in the list, from 0 */
 } XSI_PBFS_PANEL_OPERATION_LIST_SELECT;
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_LIST_SELECT, 68);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_OPERATION_LIST_SELECT, data, 4);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_LIST_SELECT, 124);
 
 typedef struct {
     XSI_PBFS_PANEL_OPERATION_COMMON_PROPERTY common_property;
     XSI_PBFS_PANEL_OPERATION_LIST_SELECT select;
 } XSI_PBFS_PANEL_OPERATION_LIST;
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_LIST, 72);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_OPERATION_LIST, select, 4);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_LIST, 128);
 
 typedef struct {
     XSI_PBFS_PANEL_OPERATION_COMMON_PROPERTY common_property;
     XSI_PBFS_PANEL_DATE_TIME_DATA data;
-    uint8_t pad[2];
+    uint8_t pad[3];
 } XSI_PBFS_PANEL_OPERATION_DATE_TIME;
 PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_OPERATION_DATE_TIME, data, 4);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_DATE_TIME, 12);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_DATE_TIME, 24);
 
 typedef struct {
     XSI_PBFS_PANEL_OPERATION_TEXT text_operation;
@@ -318,9 +339,9 @@ typedef struct {
     XSI_PBFS_PANEL_OPERATION_DATE_TIME date_time_operation;
 } XSI_PBFS_PANEL_OPERATION_PROPERTY;
 PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_OPERATION_PROPERTY, input_text_operation, 4);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_OPERATION_PROPERTY, list_operation, 1048);
-PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_OPERATION_PROPERTY, date_time_operation, 1120);
-PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_PROPERTY, 1132);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_OPERATION_PROPERTY, list_operation, 212);
+PLAT_ASSERT_OFFSET(XSI_PBFS_PANEL_OPERATION_PROPERTY, date_time_operation, 340);
+PLAT_ASSERT_SIZE(XSI_PBFS_PANEL_OPERATION_PROPERTY, 364);
 
 #ifdef __cplusplus
 
@@ -408,7 +429,10 @@ public:
     PLAT_RESULT xsi_pbfs_panel_menu_application_terminated(const char* app_id, bool result);
     /* `available` becomes 1 when the screen can be shown now, else 0. */
     PLAT_RESULT xsi_pbfs_panel_is_screen_available(XSI_PBFS_PANEL_DISPLAY_TYPE type, int& available);
-    /* Puts `text` into item `item` of the soft keyboard of screen `identifier`. */
+    /*
+     * Puts `text` into item `item` of the soft keyboard of screen `identifier`. The soft keyboard takes texts
+     * of up to XSI_PBFS_PANEL_SOFT_KEY_DISPLAY_TEXT_MAX_SIZE - 1 bytes; a longer one is PARAM_ERROR.
+     */
     PLAT_RESULT xsi_pbfs_panel_set_display_text(const char* identifier, dev_ulong item, const char* text,
                                                 XSI_PBFS_PANEL_DISPLAY_TEXT_TYPE type);
     /*

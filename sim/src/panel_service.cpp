@@ -14,6 +14,8 @@
 //   - An application id must be a non-empty text; a null or empty one gives XSI_PBFS_PANEL_PARAM_ERROR, as
 //     does an enumeration value the panel does not know (view update types 0..6, LED 0..1, buzzer 0..2,
 //     screens 0..7, text types 0..2, request kind 0).
+//   - A soft keyboard text takes up to XSI_PBFS_PANEL_SOFT_KEY_DISPLAY_TEXT_MAX_SIZE - 1 (384) bytes; a longer
+//     one gives XSI_PBFS_PANEL_PARAM_ERROR and the text kept before stays.
 //   - A screen listed as unavailable is refused by request_display_screen with XSI_PBFS_PANEL_NOT_AVAILABLE
 //     and reported by is_screen_available as 0; the out-value "available" can be forced.
 //   - Menu applications: initialized(id, true) adds the application, initialized(id, false) changes
@@ -414,7 +416,8 @@ PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_set_display_text(const char* i
     jbrg_sim::op call("xsi_pbfs_panel_set_display_text", identifier, item, text, type);
     if (call.forced()) return call.result();
     if (!known_app(identifier) || text == nullptr || type < XSI_PBFS_PANEL_DISPLAY_TEXT_PLAIN ||
-        type > XSI_PBFS_PANEL_DISPLAY_TEXT_NUMERIC || std::strlen(text) >= XSI_PBFS_PANEL_INPUT_TEXT_SIZE) {
+        type > XSI_PBFS_PANEL_DISPLAY_TEXT_NUMERIC ||
+        std::strlen(text) >= XSI_PBFS_PANEL_SOFT_KEY_DISPLAY_TEXT_MAX_SIZE) {
         return XSI_PBFS_PANEL_PARAM_ERROR;
     }
     auto lock = jbrg_sim::device_lock();

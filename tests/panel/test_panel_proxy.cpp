@@ -134,13 +134,17 @@ TEST_F(panel_proxy, soft_keyboard_text_answers_a_failure_flag_and_traces_the_cod
     EXPECT_EQ(jbrg_sim::panel::softkeyboard_text("address", 3), "alice@example.com");
     EXPECT_EQ(jbrg_sim::panel::softkeyboard_text_type("address", 3), 1);
 
-    // Refused by the panel (a text longer than it takes): any non-zero code is a failure.
-    EXPECT_TRUE(proxy.set_softkeyboard_text(id, 3, std::string(300, 'x'), XSI_PBFS_PANEL_DISPLAY_TEXT_PLAIN));
+    // The soft keyboard takes 384 bytes (385 with the terminating zero); the proxy hands the text over whole
+    // and the panel refuses a longer one: any non-zero code is a failure.
+    EXPECT_FALSE(proxy.set_softkeyboard_text(id, 4, std::string(384, 'k'), XSI_PBFS_PANEL_DISPLAY_TEXT_PLAIN));
+    EXPECT_EQ(jbrg_sim::panel::softkeyboard_text("address", 4), std::string(384, 'k'));
+    EXPECT_TRUE(proxy.set_softkeyboard_text(id, 3, std::string(385, 'x'), XSI_PBFS_PANEL_DISPLAY_TEXT_PLAIN));
     jbrg_sim::force_result("xsi_pbfs_panel_set_display_text", 1);
     EXPECT_TRUE(proxy.set_softkeyboard_text(id, 3, "x", XSI_PBFS_PANEL_DISPLAY_TEXT_PLAIN));
     EXPECT_THAT(jbrg_sim::trace_texts(),
                 ElementsAre(MatchesRegex(".*::set_softkeyboard_text,\\[Start\\]\n"),
                             MatchesRegex(".*::set_softkeyboard_text,\\[End\\] ret_code=0\n"),
+                            MatchesRegex(".*,\\[Start\\]\n"), MatchesRegex(".*,\\[End\\] ret_code=0\n"),
                             MatchesRegex(".*,\\[Start\\]\n"),
                             MatchesRegex(".*,\\[End\\] ret_code=" + signed_text(0xC1010702u) + "\n"),
                             MatchesRegex(".*,\\[Start\\]\n"), MatchesRegex(".*,\\[End\\] ret_code=1\n")));
