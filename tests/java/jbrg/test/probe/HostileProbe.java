@@ -324,7 +324,14 @@ public final class HostileProbe {
 
     /** One call; a text field setter is followed by its getter. */
     private void call(Row row, Object[] args) {
-        invoke(row, args);
+        Object result = invoke(row, args);
+        if (row.result.startsWith("new:") && result instanceof Long && (Long) result != 0L) {
+            // What Java owns goes back at once: the sanitizer run counts every block left over.
+            Row delete = rows.get("delete_" + type(row.result));
+            if (delete != null) {
+                invoke(delete, new Object[] {result});
+            }
+        }
         int text = textArgument(row);
         if (text < 0 || !row.name.endsWith("_set")) {
             return;
