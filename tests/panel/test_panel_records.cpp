@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstring>
 #include <string>
-#include <vector>
 
 #include "bridge_test.h"
 #include "handle.h"
@@ -31,8 +30,8 @@ protected:
             R record;
             unsigned char guard[64];
         };
-        std::vector<unsigned char> memory(sizeof(guarded), 0);
-        auto* target = reinterpret_cast<guarded*>(memory.data());
+        guarded target;
+        std::memset(&target, 0, sizeof target);
 
         JNIEnv* e = env();
         jclass module = e->FindClass("orvane/qsf/wrapper/event/qsf_fnd_eventJNI");
@@ -50,7 +49,7 @@ protected:
         EXPECT_EQ("", take_exception()) << "new_" << record;
         auto* source = orvane::from_handle<unsigned char>(made) + offset;
         std::memset(source, 0x5A, size);
-        const jlong into = to_handle(&target->record);
+        const jlong into = to_handle(&target.record);
         if (source_has_owner) {
             e->CallStaticVoidMethod(module, setter, into, nullptr, to_handle(source), nullptr);
         } else {
@@ -61,7 +60,8 @@ protected:
         EXPECT_EQ("", take_exception()) << "delete_" << record;
 
         std::string seen;
-        for (unsigned char b : memory) seen += b == 0x5A ? 'x' : b == 0 ? '.' : '?';
+        const auto* bytes = reinterpret_cast<const unsigned char*>(&target);
+        for (std::size_t i = 0; i < sizeof target; ++i) seen += bytes[i] == 0x5A ? 'x' : bytes[i] == 0 ? '.' : '?';
         return seen;
     }
 

@@ -524,7 +524,7 @@ class Export:
     name: str                      # e.g. cmt_time_getYear
     jni_result: str                # 'void', 'jint', ...
     java_result: str
-    params: List[Tuple[str, str, str]]  # (jni type, C name, Java type)
+    params: List[tuple]            # (jni type, C name, Java type[, the argument's role in the probe table])
     body: List[str]                # C++ statements
     uses_env: bool = True
     result_role: str = ''          # what the probe table says of the result (see Generator.probe)
