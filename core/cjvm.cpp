@@ -25,13 +25,21 @@ JavaVM* CJvm::GetJVM() {
 
 JNIEnv* CJvm::GetJNIEnv() {
     if (ms_jvm == nullptr) return nullptr;
-    jint result = ms_jvm->GetEnv(reinterpret_cast<void**>(&ms_jnienv), kJniVersion);
+    // GetEnv answers into a local first: the slot is one for the whole process, and another thread may
+    // write it between this thread's GetEnv and its return. A thread that succeeded gets its own
+    // environment, never one another thread stored; the slot still holds the latest answer of any thread,
+    // and a failure answers what the slot holds, as it always has. The slot is written and read as one word
+    // (relaxed atomics), so that concurrent callers are not a data race.
+    JNIEnv* own = nullptr;
+    jint result = ms_jvm->GetEnv(reinterpret_cast<void**>(&own), kJniVersion);
+    __atomic_store_n(&ms_jnienv, own, __ATOMIC_RELAXED);
+    if (result == JNI_OK) return own;
     if (result == JNI_EVERSION) {
         std::printf("JNI VERSION ERROR\n");
-    } else if (result != JNI_OK) {
+    } else {
         std::printf("failed to Get JNIEnv\n");
     }
-    return ms_jnienv;
+    return __atomic_load_n(&ms_jnienv, __ATOMIC_RELAXED);
 }
 
 jobject CJvm::CreateJavaObject(const char* className) {

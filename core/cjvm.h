@@ -22,9 +22,10 @@ public:
     // CreateJVM(), then the VM (or null).
     static JavaVM* GetJVM();
 
-    // The calling thread's environment, through GetEnv (JNI 1.2) into the one process-wide slot ms_jnienv.
-    // Null when no VM is known. A failure prints "JNI VERSION ERROR" or "failed to Get JNIEnv" and answers
-    // whatever GetEnv left in the slot. It does not attach the thread.
+    // The calling thread's environment, through GetEnv (JNI 1.2); the answer is also stored in the one
+    // process-wide slot ms_jnienv. Null when no VM is known. On success the caller gets the environment its
+    // own GetEnv produced, whatever other threads store meanwhile. A failure prints "JNI VERSION ERROR" or
+    // "failed to Get JNIEnv" and answers what the slot holds. It does not attach the thread.
     static JNIEnv* GetJNIEnv();
 
     // A new object of `className` (slash form) made with its public no-argument constructor, as a local
