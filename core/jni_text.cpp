@@ -21,6 +21,11 @@ bool low_surrogate_at(const unsigned char* p, std::size_t left) {
     return left >= 3 && p[0] == 0xED && (p[1] & 0xF0) == 0xB0 && continuation(p[2]);
 }
 
+// The beginning of a low surrogate's sequence (nothing, ED, ED B0..BF) that the end of the text cut off.
+bool cut_low_surrogate(const unsigned char* p, std::size_t left) {
+    return left == 0 || (left == 1 && p[0] == 0xED) || (left == 2 && p[0] == 0xED && (p[1] & 0xF0) == 0xB0);
+}
+
 // One step of decoding: how many bytes the character at `p` takes and its UTF-16 units (`count` of them,
 // 0 when the bytes are dropped). `left` bytes remain.
 struct step {
@@ -66,7 +71,8 @@ step decode(const unsigned char* p, std::size_t left) {
             const std::uint32_t low = ((p[4] & 0x0F) << 6) | (p[5] & 0x3F);
             return {6, {static_cast<jchar>(cp), static_cast<jchar>(0xDC00 | low)}, 2};
         }
-        if (left == 3) return {3, {0, 0}, 0};  // the first half of a pair whose second half was cut off
+        // The first half of a pair whose second half was cut off by the end of the text: dropped with it.
+        if (cut_low_surrogate(p + 3, left - 3)) return {left, {0, 0}, 0};
         return {3, {kReplacement, 0}, 1};
     }
     if (cp >= 0xDC00 && cp <= 0xDFFF) return {3, {kReplacement, 0}, 1};
@@ -88,21 +94,6 @@ bool plain_modified_utf8(const unsigned char* p, std::size_t length) {
     return true;
 }
 
-}  // namespace
-
-std::size_t utf8_prefix(const char* text, std::size_t length, std::size_t limit) {
-    if (length <= limit) return length;
-    const auto* p = reinterpret_cast<const unsigned char*>(text);
-    std::size_t cut = limit;
-    // The byte at `cut` is the first one left out: if it continues a character, that character goes too.
-    while (cut > 0 && continuation(p[cut])) --cut;
-    // A surrogate pair is one character: keep neither half unless both fit.
-    if (cut >= 3 && high_surrogate_at(p + cut - 3, 3) && low_surrogate_at(p + cut, length - cut)) cut -= 3;
-    return cut;
-}
-
-namespace {
-
 // `terminated`: text[length] is the text's terminating zero (a full fixed-width field has none).
 jstring make_string(JNIEnv* env, const char* text, std::size_t length, bool terminated) {
     const auto* p = reinterpret_cast<const unsigned char*>(text);
@@ -121,6 +112,17 @@ jstring make_string(JNIEnv* env, const char* text, std::size_t length, bool term
 }
 
 }  // namespace
+
+std::size_t utf8_prefix(const char* text, std::size_t length, std::size_t limit) {
+    if (length <= limit) return length;
+    const auto* p = reinterpret_cast<const unsigned char*>(text);
+    std::size_t cut = limit;
+    // The byte at `cut` is the first one left out: if it continues a character, that character goes too.
+    while (cut > 0 && continuation(p[cut])) --cut;
+    // A surrogate pair is one character: keep neither half unless both fit.
+    if (cut >= 3 && high_surrogate_at(p + cut - 3, 3) && low_surrogate_at(p + cut, length - cut)) cut -= 3;
+    return cut;
+}
 
 jstring new_string(JNIEnv* env, const char* text, std::size_t length) {
     return make_string(env, text, length, false);

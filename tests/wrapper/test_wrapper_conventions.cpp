@@ -220,6 +220,7 @@ TEST_F(wrapper_conventions, device_text_becomes_only_the_characters_it_holds) {
     EXPECT_EQ(u"ab\u20AC", read({'a', 'b', 0xE2, 0x82, 0xAC, 0xE2, 0x82, 0}));      // "€" cut after 2 bytes
     EXPECT_EQ(u"\U0001F600xyz", read({0xF0, 0x9F, 0x98, 0x80, 'x', 'y', 'z', 0}));   // 4-byte UTF-8
     EXPECT_EQ(u"ab", read({'a', 'b', 0xED, 0xA0, 0xBD, 0}));                        // half a surrogate pair
+    EXPECT_EQ(u"ab", read({'a', 'b', 0xED, 0xA0, 0xBD, 0xED, 0xB0, 0}));            // ... and part of the other
     EXPECT_EQ(u"a\uFFFDb\uFFFDc", read({'a', 0xFF, 'b', 0xE2, 'c', 0}));            // no character at all
     EXPECT_EQ(u"\u00E9t\u00E9", read({0xC3, 0xA9, 't', 0xC3, 0xA9, 0}));           // valid text as it is
     EXPECT_EQ("", take_exception());

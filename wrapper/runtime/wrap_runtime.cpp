@@ -176,9 +176,8 @@ void array_arg<C, J>::store() {
 
 jstring new_string(JNIEnv* jenv, const char* text) { return ::orvane::jni::new_string(jenv, text); }
 
-jstring new_string(JNIEnv* jenv, const std::string& text) {
-    return ::orvane::jni::new_string(jenv, text.data(), text.size());
-}
+// Up to the first zero, as the text's C form reads.
+jstring new_string(JNIEnv* jenv, const std::string& text) { return ::orvane::jni::new_string(jenv, text.c_str()); }
 
 void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text) {
     if (text == nullptr) {
