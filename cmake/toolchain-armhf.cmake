@@ -8,18 +8,18 @@
 # Host packages: g++-arm-linux-gnueabihf, qemu-user.
 #
 # Executables are run through CMAKE_CROSSCOMPILING_EMULATOR, i.e.
-# "qemu-arm -L <runtime>/sysroot <program>", so add_test(), ctest and
-# gtest_discover_tests() run them without binfmt_misc. The library prefix and
-# the armhf Java runtime are prepared by tools/armhf-runtime.sh in
-# JBRG_ARMHF_RUNTIME_DIR (default: <build>/armhf-runtime). With
-# JBRG_ARMHF_PREPARE_RUNTIME on (the default) this file runs that script on
-# every configure (a no-op once everything is in place) and sets:
+# "qemu-arm -L <runtime>/sysroot <program>", so add_test() and ctest run them
+# without binfmt_misc. The armhf Java runtime and the qemu library prefix are
+# not made here: a toolchain file only describes the toolchain. They are
+# prepared by tools/armhf-runtime.sh <dir> (./jbrg test arm runs it before it
+# configures), and this file only names where they are:
 #
+#   JBRG_ARMHF_RUNTIME_DIR   what the script was given (default:
+#                            <build>/armhf-runtime)
 #   JBRG_ARMHF_JAVA_HOME     the armhf JDK; libjvm.so is in lib/server
 #   JBRG_ARMHF_SYSROOT       the qemu library prefix (QEMU_LD_PREFIX)
 #
-# Turn it off to prepare the runtime yourself (or not at all, for a build
-# that never runs anything).
+# A build that never runs anything needs neither.
 
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR arm)
@@ -58,9 +58,7 @@ endif()
 
 set(JBRG_ARMHF_RUNTIME_DIR "${CMAKE_BINARY_DIR}/armhf-runtime" CACHE PATH
   "Where tools/armhf-runtime.sh keeps the armhf Java runtime and the qemu library prefix")
-option(JBRG_ARMHF_PREPARE_RUNTIME
-  "Run tools/armhf-runtime.sh at configure time to fetch the armhf Java runtime" ON)
-
+# The layout tools/armhf-runtime.sh makes (it prints the same two paths).
 set(JBRG_ARMHF_SYSROOT "${JBRG_ARMHF_RUNTIME_DIR}/sysroot")
 set(JBRG_ARMHF_JAVA_HOME "${JBRG_ARMHF_RUNTIME_DIR}/root/usr/lib/jvm/java-17-openjdk-armhf")
 
@@ -69,37 +67,7 @@ set(JBRG_ARMHF_JAVA_HOME "${JBRG_ARMHF_RUNTIME_DIR}/root/usr/lib/jvm/java-17-ope
 # libjvm.so, so no JAVA_HOME is needed at run time.
 set(CMAKE_CROSSCOMPILING_EMULATOR "${JBRG_QEMU_ARM};-L;${JBRG_ARMHF_SYSROOT}")
 
-# Nested try_compile() projects read this file again; they need neither the
-# runtime nor another run of the script. The top-level configure reads it
-# more than once too, hence the global property: one run per cmake call.
-get_property(_jbrg_in_try_compile GLOBAL PROPERTY IN_TRY_COMPILE)
-if(JBRG_ARMHF_PREPARE_RUNTIME AND NOT _jbrg_in_try_compile)
-  get_property(_jbrg_out GLOBAL PROPERTY JBRG_ARMHF_RUNTIME_OUTPUT)
-  if(NOT _jbrg_out)
-    execute_process(
-      COMMAND bash "${CMAKE_CURRENT_LIST_DIR}/../tools/armhf-runtime.sh" "${JBRG_ARMHF_RUNTIME_DIR}"
-      RESULT_VARIABLE _jbrg_rc
-      OUTPUT_VARIABLE _jbrg_out
-      OUTPUT_STRIP_TRAILING_WHITESPACE)
-    if(NOT _jbrg_rc EQUAL 0)
-      message(FATAL_ERROR "tools/armhf-runtime.sh failed (see above). "
-        "Configure with -DJBRG_ARMHF_PREPARE_RUNTIME=OFF to skip it.")
-    endif()
-    set_property(GLOBAL PROPERTY JBRG_ARMHF_RUNTIME_OUTPUT "${_jbrg_out}")
-  endif()
-  # Take the paths the script reports rather than assuming its layout.
-  string(REGEX MATCH "JAVA_HOME=([^\n]*)" _jbrg_match "${_jbrg_out}")
-  set(JBRG_ARMHF_JAVA_HOME "${CMAKE_MATCH_1}")
-  string(REGEX MATCH "QEMU_LD_PREFIX=([^\n]*)" _jbrg_match "${_jbrg_out}")
-  set(JBRG_ARMHF_SYSROOT "${CMAKE_MATCH_1}")
-  set(CMAKE_CROSSCOMPILING_EMULATOR "${JBRG_QEMU_ARM};-L;${JBRG_ARMHF_SYSROOT}")
-endif()
-
 # The unpacked runtime holds ARM libraries (libjvm.so, libz.so.1), so
 # find_library() may look there as well.
 list(APPEND CMAKE_FIND_ROOT_PATH "${JBRG_ARMHF_RUNTIME_DIR}/root")
 
-unset(_jbrg_in_try_compile)
-unset(_jbrg_out)
-unset(_jbrg_rc)
-unset(_jbrg_match)
