@@ -11,8 +11,8 @@
 
 namespace orvane {
 
-xamf_amo_proxy* xamf_amo_proxy::the_instance_ = nullptr;
-OSW_Mutex_Semaphore* xamf_amo_proxy::mtx_ = nullptr;
+std::atomic<xamf_amo_proxy*> xamf_amo_proxy::the_instance_{nullptr};
+std::atomic<OSW_Mutex_Semaphore*> xamf_amo_proxy::mtx_{nullptr};
 
 const xamf_amo_proxy::conv_entry xamf_amo_proxy::s_conv_table[4] = {
     {XAMF_AMO_RET_OK, XAM_ADS_RESULT_OK},
@@ -89,14 +89,20 @@ xamf_amo_proxy::~xamf_amo_proxy() {
 }
 
 xamf_amo_proxy* xamf_amo_proxy::xamf_amo_get_instance() {
-    if (the_instance_ != nullptr) return the_instance_;
-    if (mtx_ == nullptr) {
+    if (xamf_amo_proxy* made = the_instance_.load(std::memory_order_acquire)) return made;
+    if (mtx_.load(std::memory_order_acquire) == nullptr) {
         OSW_Thread_Guard thread_guard;
-        if (mtx_ == nullptr) mtx_ = new OSW_Mutex_Semaphore(1);
+        if (mtx_.load(std::memory_order_relaxed) == nullptr) {
+            mtx_.store(new OSW_Mutex_Semaphore(1), std::memory_order_release);
+        }
     }
-    OSW_Guard guard(mtx_);
-    if (the_instance_ == nullptr) the_instance_ = new xamf_amo_proxy;
-    return the_instance_;
+    OSW_Guard guard(mtx_.load(std::memory_order_acquire));
+    xamf_amo_proxy* made = the_instance_.load(std::memory_order_relaxed);
+    if (made == nullptr) {
+        made = new xamf_amo_proxy;
+        the_instance_.store(made, std::memory_order_release);
+    }
+    return made;
 }
 
 bool xamf_amo_proxy::set_jcls_list() { return jcls_list.ensure(JBRG_TRACE_SITE); }

@@ -11,6 +11,8 @@
 
 #include <jni.h>
 
+#include <atomic>
+
 #include <cstdint>
 #include <string>
 
@@ -116,8 +118,10 @@ private:
     int notify_result(const char* app_id, XAMF_AMO_RETCODE result,
                       PLAT_RESULT (xam_ads_facade::*send)(const char*, XAM_ADS_RETCODE));
 
-    static xamf_amo_proxy* the_instance_;
-    static OSW_Mutex_Semaphore* mtx_;
+    // Read without a lock on the fast path, so both are published with release and read with acquire: a
+    // thread that sees the pointer also sees the object (or mutex) fully made.
+    static std::atomic<xamf_amo_proxy*> the_instance_;
+    static std::atomic<OSW_Mutex_Semaphore*> mtx_;
 };
 
 }  // namespace orvane

@@ -1,9 +1,7 @@
 // CJvm with a running VM: the environment slot, object creation and release by class name.
 #include <gmock/gmock.h>
 
-#include <atomic>
 #include <thread>
-#include <vector>
 
 #include "bridge_test.h"
 #include "cjvm.h"
@@ -54,32 +52,6 @@ TEST_F(cjvm, an_unattached_thread_gets_what_the_slot_holds_and_a_printed_line) {
         }).join();
         return state;
     }());
-}
-
-// The slot is one for the whole process and holds the latest answer, but a thread that succeeds always gets
-// its own environment, however many threads call at once.
-TEST_F(cjvm, each_attached_thread_gets_its_own_environment_while_the_slot_holds_the_latest) {
-    constexpr int kThreads = 6;
-    constexpr int kCalls = 20000;
-    std::atomic<int> wrong{0};
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([&] {
-            JNIEnv* attached = nullptr;
-            jbrg_test::vm()->AttachCurrentThread(reinterpret_cast<void**>(&attached), nullptr);
-            for (int i = 0; i < kCalls; ++i) {
-                if (CJvm::GetJNIEnv() != attached) ++wrong;
-            }
-            JNIEnv* last = CJvm::GetJNIEnv();
-            EXPECT_EQ(attached, last);
-            CJvm::DetachThread();
-        });
-    }
-    for (std::thread& t : threads) t.join();
-    EXPECT_EQ(0, wrong.load()) << "answers that were another thread's environment";
-    EXPECT_NE(jbrg_test::env(), CJvm::ms_jnienv) << "the slot holds the last answer, a worker's";
-    EXPECT_EQ(jbrg_test::env(), CJvm::GetJNIEnv());
-    EXPECT_EQ(jbrg_test::env(), CJvm::ms_jnienv);
 }
 
 TEST_F(cjvm, creates_objects_with_their_no_argument_constructor) {

@@ -51,6 +51,18 @@ jint JNICALL console_hook(FILE* stream, const char* format, va_list args) {
     return length;
 }
 
+// Names the order of a shuffled run before its first test, also in brief output, so that a failure that
+// depends on the order can be repeated with --gtest_random_seed.
+class seed_printer : public ::testing::EmptyTestEventListener {
+    void OnTestIterationStart(const ::testing::UnitTest& unit, int) override {
+        if (GTEST_FLAG_GET(shuffle)) {
+            std::printf("Tests in random order, seed %d (--gtest_random_seed=%d repeats it)\n", unit.random_seed(),
+                        unit.random_seed());
+            std::fflush(stdout);
+        }
+    }
+};
+
 }  // namespace
 
 int run_test_program(int argc, char** argv) {
@@ -66,6 +78,7 @@ int run_test_program(int argc, char** argv) {
     auto body = [](void* arg) -> void* {
         auto* q = static_cast<program*>(arg);
         ::testing::InitGoogleMock(&q->argc, q->argv);
+        ::testing::UnitTest::GetInstance()->listeners().Append(new seed_printer);
         q->result = RUN_ALL_TESTS();
         return nullptr;
     };
