@@ -1,6 +1,9 @@
 // The lazy identifier cache and the scoped JNI holders, on real Java objects.
 #include <gmock/gmock.h>
 
+#include <utility>
+#include <vector>
+
 #include "bridge_test.h"
 #include "cjvm.h"
 #include "jbrg_sim/control.h"
@@ -120,16 +123,40 @@ TEST_F(scoped_holders, pinned_elements_are_copied_back_only_when_committed) {
     EXPECT_EQ(0, none.size());
 }
 
-TEST_F(scoped_holders, a_local_reference_ends_with_its_scope_unless_released) {
+// An environment of the test thread whose DeleteLocalRef is recorded, so that what a holder deletes shows.
+std::vector<jobject> deleted_refs;
+JNIEnv* real_env = nullptr;
+void JNICALL recording_delete_local_ref(JNIEnv*, jobject ref) {
+    deleted_refs.push_back(ref);
+    real_env->DeleteLocalRef(ref);
+}
+
+TEST_F(scoped_holders, a_local_reference_is_deleted_once_when_its_scope_ends_unless_released) {
     JNIEnv* e = jbrg_test::env();
-    jobject kept;
+    JNINativeInterface_ table = *e->functions;
+    table.DeleteLocalRef = &recording_delete_local_ref;
+    JNIEnv recording{};
+    recording.functions = &table;
+    real_env = e;
+    deleted_refs.clear();
+
+    jobject dropped_ref = nullptr;
+    jobject moved_ref = nullptr;
+    jobject kept = nullptr;
     {
-        jni::local_ref<jstring> dropped(e, e->NewStringUTF("dropped"));
-        jni::local_ref<jstring> released(e, e->NewStringUTF("released"));
+        jni::local_ref<jstring> dropped(&recording, e->NewStringUTF("dropped"));
+        jni::local_ref<jstring> released(&recording, e->NewStringUTF("released"));
+        jni::local_ref<jstring> moved_from(&recording, e->NewStringUTF("moved"));
+        jni::local_ref<jstring> moved_to(std::move(moved_from));
+        jni::local_ref<jstring> empty(&recording, nullptr);
+        dropped_ref = dropped.get();
+        moved_ref = moved_to.get();
         kept = released.release();
-        EXPECT_EQ(JNILocalRefType, e->GetObjectRefType(dropped.get()));
     }
+    // In reverse order of making: the moved reference once (its first holder gave it up), then the dropped one.
+    EXPECT_THAT(deleted_refs, ElementsAre(moved_ref, dropped_ref));
     EXPECT_EQ(JNILocalRefType, e->GetObjectRefType(kept));
+    e->DeleteLocalRef(kept);
 }
 
 }  // namespace
