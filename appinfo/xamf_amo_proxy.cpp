@@ -1,13 +1,13 @@
-#include "xamf_amo_proxy.h"
+#include "appinfo/xamf_amo_proxy.h"
 
 #include <cstring>
 #include <string>
 
-#include "cjvm.h"
+#include "core/cjvm.h"
 #include "emw_services.h"
-#include "jni_scoped.h"
-#include "jni_text.h"
-#include "trace.h"
+#include "core/jni_scoped.h"
+#include "core/jni_text.h"
+#include "core/trace.h"
 
 namespace orvane {
 

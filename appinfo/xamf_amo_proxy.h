@@ -16,7 +16,7 @@
 #include <cstdint>
 #include <string>
 
-#include "jni_cache.h"
+#include "core/jni_cache.h"
 #include "osw_sync.h"
 #include "xam_ads.h"
 

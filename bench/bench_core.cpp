@@ -13,12 +13,12 @@
 #include <map>
 #include <string>
 
-#include "cjvm.h"
+#include "core/cjvm.h"
 #include "emw_services.h"
 #include "jbrg_sim/control.h"
-#include "jni_cache.h"
-#include "jvm_boot.h"
-#include "trace.h"
+#include "core/jni_cache.h"
+#include "tests/harness/jvm_boot.h"
+#include "core/trace.h"
 
 namespace {
 

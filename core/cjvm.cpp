@@ -1,4 +1,4 @@
-#include "cjvm.h"
+#include "core/cjvm.h"
 
 #include <cstdio>
 

@@ -1,8 +1,8 @@
-#include "cmt_init.h"
+#include "core/cmt_init.h"
 
-#include "cjvm.h"
-#include "trace.h"
-#include "xdof_strg_storageio.h"
+#include "core/cjvm.h"
+#include "core/trace.h"
+#include "storage/xdof_strg_storageio.h"
 #include "xsi_startup.h"
 
 namespace orvane {

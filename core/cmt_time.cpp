@@ -1,4 +1,4 @@
-#include "cmt_time.h"
+#include "core/cmt_time.h"
 
 #include <ctime>
 

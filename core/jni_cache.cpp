@@ -1,8 +1,8 @@
-#include "jni_cache.h"
+#include "core/jni_cache.h"
 
-#include "cjvm.h"
-#include "jni_scoped.h"
-#include "jni_text.h"
+#include "core/cjvm.h"
+#include "core/jni_scoped.h"
+#include "core/jni_text.h"
 
 namespace orvane::jni {
 

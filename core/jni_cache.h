@@ -25,7 +25,7 @@
 #include <atomic>
 #include <type_traits>
 
-#include "trace.h"
+#include "core/trace.h"
 
 namespace orvane::jni {
 

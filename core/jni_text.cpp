@@ -1,4 +1,4 @@
-#include "jni_text.h"
+#include "core/jni_text.h"
 
 #include <cstdint>
 #include <cstring>

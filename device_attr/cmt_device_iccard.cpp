@@ -1,4 +1,4 @@
-#include "cmt_device_iccard.h"
+#include "device_attr/cmt_device_iccard.h"
 
 namespace orvane {
 

@@ -1,4 +1,4 @@
-#include "observer_support.h"
+#include "event/observer_support.h"
 
 namespace orvane {
 

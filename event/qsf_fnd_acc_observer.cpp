@@ -1,13 +1,13 @@
-#include "qsf_fnd_acc_observer.h"
+#include "event/qsf_fnd_acc_observer.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
 
-#include "jni_scoped.h"
-#include "jni_text.h"
-#include "observer_support.h"
+#include "core/jni_scoped.h"
+#include "core/jni_text.h"
+#include "event/observer_support.h"
 
 namespace orvane {
 

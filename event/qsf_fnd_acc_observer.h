@@ -11,7 +11,7 @@
 #include <jni.h>
 
 #include "plat_types.h"
-#include "trace.h"
+#include "core/trace.h"
 #include "xdc_com_std.h"
 
 namespace orvane {

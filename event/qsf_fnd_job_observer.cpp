@@ -1,7 +1,7 @@
-#include "qsf_fnd_job_observer.h"
+#include "event/qsf_fnd_job_observer.h"
 
-#include "jni_text.h"
-#include "observer_support.h"
+#include "core/jni_text.h"
+#include "event/observer_support.h"
 
 #include <cstring>
 #include <string>

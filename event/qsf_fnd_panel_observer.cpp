@@ -1,4 +1,4 @@
-#include "qsf_fnd_panel_observer.h"
+#include "event/qsf_fnd_panel_observer.h"
 
 namespace orvane {
 

@@ -1,8 +1,8 @@
-#include "xiof_slo_esm_observer.h"
+#include "event/xiof_slo_esm_observer.h"
 
 #include <cstdint>
 
-#include "observer_support.h"
+#include "event/observer_support.h"
 
 namespace orvane {
 

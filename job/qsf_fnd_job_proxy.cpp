@@ -1,11 +1,11 @@
-#include "qsf_fnd_job_proxy.h"
+#include "job/qsf_fnd_job_proxy.h"
 
 #include <cstdint>
 #include <cstring>
 
-#include "cjvm.h"
+#include "core/cjvm.h"
 #include "emw_services.h"
-#include "trace.h"
+#include "core/trace.h"
 
 namespace orvane {
 

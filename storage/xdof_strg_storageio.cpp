@@ -1,4 +1,4 @@
-#include "xdof_strg_storageio.h"
+#include "storage/xdof_strg_storageio.h"
 
 #include "xdc_strg.h"
 

@@ -1,14 +1,14 @@
-#include "qsf_fnd_authentication.h"
+#include "user/qsf_fnd_authentication.h"
 
 #include <cstring>
 #include <string>
 
-#include "cjvm.h"
+#include "core/cjvm.h"
 #include "emw_services.h"
-#include "jni_cache.h"
-#include "jni_scoped.h"
-#include "qsf_fnd_user_info.h"
-#include "trace.h"
+#include "core/jni_cache.h"
+#include "core/jni_scoped.h"
+#include "user/qsf_fnd_user_info.h"
+#include "core/trace.h"
 #include "xsi_pbfs_user.h"
 
 namespace orvane {

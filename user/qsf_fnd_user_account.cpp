@@ -1,6 +1,6 @@
-#include "qsf_fnd_user_account.h"
+#include "user/qsf_fnd_user_account.h"
 
-#include "trace.h"
+#include "core/trace.h"
 
 namespace orvane {
 

@@ -1,12 +1,12 @@
-#include "qsf_fnd_user_info.h"
+#include "user/qsf_fnd_user_info.h"
 
 #include <cstdio>
 
-#include "cjvm.h"
-#include "jni_cache.h"
-#include "jni_scoped.h"
-#include "jni_text.h"
-#include "trace.h"
+#include "core/cjvm.h"
+#include "core/jni_cache.h"
+#include "core/jni_scoped.h"
+#include "core/jni_text.h"
+#include "core/trace.h"
 
 namespace orvane {
 

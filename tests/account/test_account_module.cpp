@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
-#include "cmt_account.h"
-#include "handle.h"
+#include "tests/harness/bridge_test.h"
+#include "account/cmt_account.h"
+#include "core/handle.h"
 #include "jbrg_sim/control.h"
 #include "xsi_pbfs_dept.h"
 

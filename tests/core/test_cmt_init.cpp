@@ -1,10 +1,9 @@
 // cmt_init: the start-up sequence as the platform sees it.
 #include <gmock/gmock.h>
 
-#include "bridge_test.h"
-#include "cjvm.h"
-#include "cmt_device_iccard.h"
-#include "cmt_init.h"
+#include "tests/harness/bridge_test.h"
+#include "core/cjvm.h"
+#include "core/cmt_init.h"
 #include "jbrg_sim/control.h"
 #include "plat_types.h"
 
@@ -37,14 +36,6 @@ TEST_F(start_up, a_second_init_runs_the_sequence_again) {
     first.init();
     first.init();
     EXPECT_EQ(2U, jbrg_sim::calls_of("xsi_ais_startup").size());
-}
-
-TEST(static_objects, the_card_reader_settings_start_at_their_factory_values) {
-    EXPECT_EQ("0", orvane::CMT_Device_ICCard::systemCode);
-    EXPECT_EQ("0", orvane::CMT_Device_ICCard::serviceCode[0]);
-    EXPECT_EQ("0", orvane::CMT_Device_ICCard::serviceCode[1]);
-    EXPECT_EQ("", orvane::CMT_Device_ICCard::sectorNum);
-    EXPECT_EQ("", orvane::CMT_Device_ICCard::authKey);
 }
 
 }  // namespace

@@ -5,8 +5,8 @@
 #include <ctime>
 #include <string>
 
-#include "bridge_test.h"
-#include "cmt_time.h"
+#include "tests/harness/bridge_test.h"
+#include "core/cmt_time.h"
 #include "jbrg_sim/control.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 
 namespace {

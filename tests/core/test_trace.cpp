@@ -3,10 +3,10 @@
 
 #include <string>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "plat_types.h"
-#include "trace.h"
+#include "core/trace.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 
 namespace jbrg_test {

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/smart_card.h"
-#include "proxy_records.h"
-#include "qsf_fnd_acc_observer.h"
+#include "tests/event/proxy_records.h"
+#include "event/qsf_fnd_acc_observer.h"
 #include "xdc_com_std.h"
 
 namespace {

@@ -3,11 +3,11 @@
 
 #include <memory>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/esm.h"
-#include "proxy_records.h"
-#include "xiof_slo_esm_observer.h"
+#include "tests/event/proxy_records.h"
+#include "event/xiof_slo_esm_observer.h"
 #include "xsi_pbfs_esm.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
-#include "cjvm.h"
+#include "tests/harness/bridge_test.h"
+#include "core/cjvm.h"
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "event_test.h"
+#include "tests/event/event_test.h"
 #include "jbrg_sim/job.h"
-#include "qsf_fnd_job_observer.h"
-#include "qsf_fnd_job_proxy.h"
-#include "qsf_fnd_jobinfo_observer.h"
+#include "event/qsf_fnd_job_observer.h"
+#include "job/qsf_fnd_job_proxy.h"
+#include "event/qsf_fnd_jobinfo_observer.h"
 
 namespace {
 

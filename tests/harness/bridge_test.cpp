@@ -1,7 +1,7 @@
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 
 #include "jbrg_sim/control.h"
-#include "jvm_boot.h"
+#include "tests/harness/jvm_boot.h"
 
 namespace jbrg_test {
 

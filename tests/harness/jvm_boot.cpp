@@ -1,4 +1,4 @@
-#include "jvm_boot.h"
+#include "tests/harness/jvm_boot.h"
 
 #include <gmock/gmock.h>
 #include <pthread.h>

@@ -1,3 +1,3 @@
-#include "jvm_boot.h"
+#include "tests/harness/jvm_boot.h"
 
 int main(int argc, char** argv) { return jbrg_test::run_test_program(argc, argv); }

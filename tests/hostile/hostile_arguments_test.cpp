@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
-#include "cjvm.h"
+#include "tests/harness/bridge_test.h"
+#include "core/cjvm.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"
-#include "job_scenario.h"
+#include "tests/job/job_scenario.h"
 
 namespace {
 

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
-#include "cjvm.h"
-#include "job_scenario.h"
+#include "tests/harness/bridge_test.h"
+#include "core/cjvm.h"
+#include "tests/job/job_scenario.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"
-#include "qsf_fnd_job_proxy.h"
+#include "job/qsf_fnd_job_proxy.h"
 
 namespace {
 

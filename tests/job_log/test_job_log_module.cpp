@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
-#include "qsf_fnd_job_log_proxy.h"
+#include "job_log/qsf_fnd_job_log_proxy.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::MatchesRegex;
 
-constexpr const char* kJava = "jbrg/test/joblog/JobLogModule";
+constexpr const char* kJava = "jbrg/test/job_log/JobLogModule";
 
 // Send log 1 and receive log 2 both hold a receipt 12; image log 7 has a text.
 constexpr const char* kHistory = R"({"jobinfo": {

@@ -4,8 +4,8 @@
 
 #include <cstdio>
 
-#include "cjvm.h"
-#include "jvm_boot.h"
+#include "core/cjvm.h"
+#include "tests/harness/jvm_boot.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "emw_services.h"
 #include "jbrg_sim/control.h"
 #include "osw_sync.h"

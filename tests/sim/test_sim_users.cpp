@@ -6,7 +6,7 @@
 #include <string>
 
 #include "../../sim/src/auth_internal.h"
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "xsi_ais_auth.h"
 #include "xsi_pbfs_user.h"

@@ -4,10 +4,10 @@
 
 #include <string>
 
-#include "bridge_test.h"
-#include "cjvm.h"
+#include "tests/harness/bridge_test.h"
+#include "core/cjvm.h"
 #include "jbrg_sim/control.h"
-#include "qsf_fnd_authentication.h"
+#include "user/qsf_fnd_authentication.h"
 #include "xsi_ais_auth.h"
 #include "xsi_pbfs_user.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "plat_types.h"
 

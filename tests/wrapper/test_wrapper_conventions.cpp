@@ -11,10 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
-#include "handle.h"
-#include "probe.h"
-#include "wrap_runtime.h"
+#include "tests/harness/bridge_test.h"
+#include "core/handle.h"
+#include "tests/wrapper/probe/probe.h"
+#include "wrapper/runtime/wrap_runtime.h"
 
 namespace {
 

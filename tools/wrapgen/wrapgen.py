@@ -852,7 +852,7 @@ class Generator:
         ]
         for inc in self.m.includes:
             out.append(f'#include "{inc}"')
-        out += ['#include "wrap_runtime.h"', f'#include "{header}"', '', 'extern "C" {', '']
+        out += ['#include "wrapper/runtime/wrap_runtime.h"', f'#include "{header}"', '', 'extern "C" {', '']
         for e in self.exports:
             params = ['JNIEnv* jenv', 'jclass'] + [f'{p[0]} {p[1]}'.rstrip() for p in e.params]
             out.append(f'JNIEXPORT {e.jni_result} JNICALL {self.symbol(e.name)}({", ".join(params)}) {{')

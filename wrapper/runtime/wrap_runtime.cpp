@@ -1,4 +1,4 @@
-#include "wrap_runtime.h"
+#include "wrapper/runtime/wrap_runtime.h"
 
 #include <cstdint>
 #include <cstring>

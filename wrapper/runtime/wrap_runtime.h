@@ -14,9 +14,9 @@
 #include <string>
 #include <vector>
 
-#include "handle.h"
-#include "jni_text.h"
-#include "jni_scoped.h"
+#include "core/handle.h"
+#include "core/jni_text.h"
+#include "core/jni_scoped.h"
 #include "plat_types.h"
 
 // ---- Array conversion, one triple per element type ------------------------------------------------------

@@ -1,4 +1,4 @@
-#include "probe.h"
+#include "tests/wrapper/probe/probe.h"
 
 #include <cstring>
 

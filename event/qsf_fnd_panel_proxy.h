@@ -5,8 +5,8 @@
 // texts on the soft keyboard and shows, hides and queries the soft numeric keypad. Each operation fetches the
 // panel facade (and, for the keypad's initial setting, the application-management facade) and translates
 // this library's values into the platform's. It keeps no state; Java creates and deletes instances at will.
-#ifndef JBRG_DEVICE_ATTR_QSF_FND_PANEL_PROXY_H
-#define JBRG_DEVICE_ATTR_QSF_FND_PANEL_PROXY_H
+#ifndef JBRG_EVENT_QSF_FND_PANEL_PROXY_H
+#define JBRG_EVENT_QSF_FND_PANEL_PROXY_H
 
 #include <cstdint>
 #include <string>
@@ -84,4 +84,4 @@ public:
 
 }  // namespace orvane
 
-#endif  // JBRG_DEVICE_ATTR_QSF_FND_PANEL_PROXY_H
+#endif  // JBRG_EVENT_QSF_FND_PANEL_PROXY_H

@@ -3,8 +3,8 @@
 // A stateless front to the job information service: each operation makes one call on the service and folds
 // its result code into the job log result set (convert_retcode). It traces nothing. The send and receive
 // lists live in the service, one of each at a time; the proxy keeps no cursor of its own.
-#ifndef JBRG_JOB_QSF_FND_JOB_LOG_PROXY_H
-#define JBRG_JOB_QSF_FND_JOB_LOG_PROXY_H
+#ifndef JBRG_JOB_LOG_QSF_FND_JOB_LOG_PROXY_H
+#define JBRG_JOB_LOG_QSF_FND_JOB_LOG_PROXY_H
 
 #include <string>
 
@@ -42,4 +42,4 @@ public:
 
 }  // namespace orvane
 
-#endif  // JBRG_JOB_QSF_FND_JOB_LOG_PROXY_H
+#endif  // JBRG_JOB_LOG_QSF_FND_JOB_LOG_PROXY_H

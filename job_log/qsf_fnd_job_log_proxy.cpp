@@ -1,4 +1,4 @@
-#include "qsf_fnd_job_log_proxy.h"
+#include "job_log/qsf_fnd_job_log_proxy.h"
 
 namespace orvane {
 

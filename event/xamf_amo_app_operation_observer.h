@@ -6,8 +6,8 @@
 // Run and close window are fired and forgotten; terminate, open window, basis control and the run permission
 // wait for Java's boolean answer. Where the service waits for an answer the observer returns it (basis
 // control, run permission) or sends it through xamf_amo_proxy (run, terminate, open, close).
-#ifndef JBRG_APPINFO_XAMF_AMO_APP_OPERATION_OBSERVER_H
-#define JBRG_APPINFO_XAMF_AMO_APP_OPERATION_OBSERVER_H
+#ifndef JBRG_EVENT_XAMF_AMO_APP_OPERATION_OBSERVER_H
+#define JBRG_EVENT_XAMF_AMO_APP_OPERATION_OBSERVER_H
 
 #include <jni.h>
 
@@ -61,4 +61,4 @@ private:
 
 }  // namespace orvane
 
-#endif  // JBRG_APPINFO_XAMF_AMO_APP_OPERATION_OBSERVER_H
+#endif  // JBRG_EVENT_XAMF_AMO_APP_OPERATION_OBSERVER_H

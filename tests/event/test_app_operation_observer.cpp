@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
-#include "cjvm.h"
+#include "tests/harness/bridge_test.h"
+#include "core/cjvm.h"
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
 #include "xam_ads.h"
-#include "xamf_amo_app_operation_observer.h"
+#include "event/xamf_amo_app_operation_observer.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "cmt_account_config.h"
+#include "account/cmt_account_config.h"
 
 #include "xsi_pbfs_dept.h"
 

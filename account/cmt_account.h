@@ -1,6 +1,6 @@
 // One department account, held in memory while a Java application fills it before adding or updating it.
-#ifndef JBRG_USER_CMT_ACCOUNT_H
-#define JBRG_USER_CMT_ACCOUNT_H
+#ifndef JBRG_ACCOUNT_CMT_ACCOUNT_H
+#define JBRG_ACCOUNT_CMT_ACCOUNT_H
 
 #include <string>
 
@@ -48,4 +48,4 @@ private:
 
 }  // namespace orvane
 
-#endif  // JBRG_USER_CMT_ACCOUNT_H
+#endif  // JBRG_ACCOUNT_CMT_ACCOUNT_H

@@ -8,8 +8,8 @@
 #include <cstring>
 #include <string>
 
-#include "bridge_test.h"
-#include "handle.h"
+#include "tests/harness/bridge_test.h"
+#include "core/handle.h"
 #include "xsi_pbfs_panel.h"
 
 namespace {

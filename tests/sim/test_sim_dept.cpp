@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "xsi_pbfs_dept.h"
 

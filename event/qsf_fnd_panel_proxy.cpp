@@ -1,8 +1,8 @@
-#include "qsf_fnd_panel_proxy.h"
+#include "event/qsf_fnd_panel_proxy.h"
 
 #include <cstring>
 
-#include "trace.h"
+#include "core/trace.h"
 #include "xam_ads.h"
 
 namespace orvane {

@@ -1,4 +1,4 @@
-#include "cmt_account_manager.h"
+#include "account/cmt_account_manager.h"
 
 #include "xsi_pbfs_dept.h"
 

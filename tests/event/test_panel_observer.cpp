@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/panel.h"
-#include "qsf_fnd_panel_observer.h"
+#include "event/qsf_fnd_panel_observer.h"
 #include "xsi_pbfs_panel.h"
 
 namespace {

@@ -1,4 +1,4 @@
-package jbrg.test.joblog;
+package jbrg.test.job_log;
 
 import static jbrg.test.Check.equal;
 import static jbrg.test.Check.throwsWith;

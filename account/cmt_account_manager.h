@@ -1,11 +1,11 @@
 // Adds, updates, removes and retrieves department accounts in the device's department store, and resets
 // their counters.
-#ifndef JBRG_USER_CMT_ACCOUNT_MANAGER_H
-#define JBRG_USER_CMT_ACCOUNT_MANAGER_H
+#ifndef JBRG_ACCOUNT_CMT_ACCOUNT_MANAGER_H
+#define JBRG_ACCOUNT_CMT_ACCOUNT_MANAGER_H
 
 #include <string>
 
-#include "cmt_account.h"
+#include "account/cmt_account.h"
 
 namespace orvane {
 
@@ -28,4 +28,4 @@ public:
 
 }  // namespace orvane
 
-#endif  // JBRG_USER_CMT_ACCOUNT_MANAGER_H
+#endif  // JBRG_ACCOUNT_CMT_ACCOUNT_MANAGER_H

@@ -1,8 +1,8 @@
-#include "xamf_amo_app_operation_observer.h"
+#include "event/xamf_amo_app_operation_observer.h"
 
-#include "jni_text.h"
-#include "trace.h"
-#include "xamf_amo_proxy.h"
+#include "core/jni_text.h"
+#include "core/trace.h"
+#include "appinfo/xamf_amo_proxy.h"
 
 namespace orvane {
 

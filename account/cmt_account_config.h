@@ -1,6 +1,6 @@
 // The device-wide department-accounting modes.
-#ifndef JBRG_USER_CMT_ACCOUNT_CONFIG_H
-#define JBRG_USER_CMT_ACCOUNT_CONFIG_H
+#ifndef JBRG_ACCOUNT_CMT_ACCOUNT_CONFIG_H
+#define JBRG_ACCOUNT_CMT_ACCOUNT_CONFIG_H
 
 namespace orvane {
 
@@ -30,4 +30,4 @@ public:
 
 }  // namespace orvane
 
-#endif  // JBRG_USER_CMT_ACCOUNT_CONFIG_H
+#endif  // JBRG_ACCOUNT_CMT_ACCOUNT_CONFIG_H

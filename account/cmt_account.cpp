@@ -1,4 +1,4 @@
-#include "cmt_account.h"
+#include "account/cmt_account.h"
 
 #include <cstddef>
 #include <cstring>

@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-#include "bridge_test.h"
+#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/panel.h"
 #include "xam_ads.h"
