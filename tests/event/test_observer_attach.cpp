@@ -1,0 +1,132 @@
+// What every observer of platform events shares: a thread already attached to the VM (a Java thread) keeps
+// its attachment through init() and events, and a lookup that finds nothing leaves no Java error behind.
+#include <gmock/gmock.h>
+
+#include "event_test.h"
+#include "observer_support.h"
+#include "proxy_records.h"
+#include "qsf_fnd_acc_observer.h"
+#include "qsf_fnd_job_observer.h"
+#include "qsf_fnd_jobinfo_observer.h"
+#include "qsf_fnd_panel_observer.h"
+#include "xamf_amo_app_operation_observer.h"
+#include "xiof_slo_esm_observer.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::SizeIs;
+using jbrg_test::proxy_received;
+
+constexpr const char kCommonProxy[] = "orvane/qsf/controller/event/proxy/CommonProxy";
+constexpr const char kPanelProxy[] = "orvane/qsf/controller/event/proxy/PanelProxy";
+constexpr const char kAccProxy[] = "orvane/qsf/controller/event/proxy/AccProxy";
+constexpr const char kAppProxy[] = "orvane/qsf/controller/event/proxy/AppOperationProxy";
+constexpr const char kSynchronousProxy[] = "orvane/qsf/controller/event/proxy/SynchronousEventProxy";
+
+class observer_attach : public jbrg_test::event_test {
+protected:
+    void SetUp() override {
+        event_test::SetUp();
+        for (const char* proxy : {kCommonProxy, kSynchronousProxy, kPanelProxy, kAccProxy, kAppProxy}) {
+            jbrg_test::proxy_clear(proxy);
+        }
+    }
+};
+
+TEST_F(observer_attach, a_java_thread_that_initialises_and_delivers_stays_attached) {
+    // The test thread is a Java thread: the VM was created on it.
+    JNIEnv* const own = jbrg_test::env();
+    {
+        orvane::qsf_fnd_job_observer job;
+        orvane::qsf_fnd_jobinfo_observer jobinfo;
+        orvane::qsf_fnd_panel_observer panel;
+        orvane::xiof_slo_esm_observer esm;
+        orvane::qsf_fnd_acc_observer acc;
+        orvane::xamf_amo_app_operation_observer apps;
+        EXPECT_EQ(JNI_OK, job.init());
+        EXPECT_EQ(JNI_OK, jobinfo.init());
+        EXPECT_EQ(JNI_OK, panel.init());
+        EXPECT_EQ(JNI_OK, esm.init());
+        EXPECT_TRUE(acc.init());
+        EXPECT_EQ(JNI_OK, apps.init());
+
+        // Each event returns to its Java caller, which looks for an exception before it goes on; the
+        // simple notifications check nothing after their call.
+        JNIEnv* e = jbrg_test::env();
+        EXPECT_EQ(0, job.notify_start_phb(5));
+        EXPECT_FALSE(e->ExceptionCheck());
+        EXPECT_EQ(0, jobinfo.notify_job_update_log(XSI_AIS_EVENT_JOB_UPDATE_LOG{1, 2}));
+        EXPECT_FALSE(e->ExceptionCheck());
+        EXPECT_EQ(0, panel.notify_auto_panel_reset());
+        EXPECT_FALSE(e->ExceptionCheck());
+        EXPECT_EQ(0, esm.notify_sleep(XSI_PBFS_SLEEP_STATE_SLEEP));
+        EXPECT_FALSE(e->ExceptionCheck());
+        acc.smart_card_error_detected(XDC_COM_STD_SMART_CARD_ERROR_INFO{XDC_COM_STD_CARD_ERROR_READ, 0, {}});
+        EXPECT_FALSE(e->ExceptionCheck());
+        EXPECT_EQ(0, apps.is_enable_run_app());
+
+        JNIEnv* now = nullptr;
+        ASSERT_EQ(JNI_OK, jbrg_test::vm()->GetEnv(reinterpret_cast<void**>(&now), JNI_VERSION_1_2));
+        EXPECT_EQ(own, now);
+        // The observers are deleted on this thread too, through its own environment.
+    }
+    JNIEnv* now = nullptr;
+    ASSERT_EQ(JNI_OK, jbrg_test::vm()->GetEnv(reinterpret_cast<void**>(&now), JNI_VERSION_1_2));
+    EXPECT_THAT(proxy_received(jbrg_test::kJobProxy), ElementsAre("startProhibition 5"));
+    EXPECT_THAT(proxy_received(jbrg_test::kJobInfoProxy), ElementsAre("jobLog JobLogInfo{userJobId=1, receiptId=2}"));
+    EXPECT_THAT(proxy_received(kPanelProxy), ElementsAre("autoReset"));
+    EXPECT_THAT(proxy_received(kCommonProxy), ElementsAre("fireSleepEvent(2)"));
+    EXPECT_THAT(proxy_received(kAccProxy), ElementsAre("fireICCardErrorEvent(1)"));
+    EXPECT_THAT(proxy_received(kAppProxy), ElementsAre("10:"));
+}
+
+TEST_F(observer_attach, a_missing_class_ends_the_lookups_and_leaves_no_error_pending) {
+    JNIEnv* e = jbrg_test::env();
+    jclass first = nullptr;
+    jclass second = nullptr;
+    jmethodID method = nullptr;
+    const orvane::trace_site site{"observer.cpp", 7, "init"};
+    EXPECT_FALSE(orvane::look_up_chain(
+        e, &site,
+        {{&first, "orvane/qsf/controller/event/proxy/JobProxyGone", "ERROR : no proxy"},
+         {&second, "orvane/qsf/controller/event/job/Job"}},
+        {{&method, "fireJobStateChangedEvent", "(Lorvane/qsf/controller/event/job/Job;)V"}}));
+    EXPECT_FALSE(e->ExceptionCheck());
+    EXPECT_EQ(nullptr, first);
+    EXPECT_EQ(nullptr, second) << "the chain ends at the first class missing";
+    EXPECT_EQ(nullptr, method);
+    EXPECT_THAT(jbrg_test::traces_containing("ERROR : no proxy"), SizeIs(1));
+    // The next JNI call works.
+    jclass string_class = e->FindClass("java/lang/String");
+    EXPECT_NE(nullptr, string_class);
+    e->DeleteLocalRef(string_class);
+}
+
+TEST_F(observer_attach, a_missing_static_method_ends_the_lookups_and_leaves_no_error_pending) {
+    JNIEnv* e = jbrg_test::env();
+    jclass common = nullptr;
+    jclass synchronous = nullptr;
+    jmethodID found = nullptr;
+    jmethodID missing = nullptr;
+    jmethodID after = nullptr;
+    EXPECT_FALSE(orvane::look_up_chain(
+        e, nullptr,
+        {{&common, kCommonProxy}, {&synchronous, kSynchronousProxy}},
+        {{&found, "fireResidentAppsStateChanged", "(I)V", nullptr, &synchronous},
+         {&missing, "fireSleepEvent", "(J)V"},
+         {&after, "fireLogoutEvent", "()V"}}));
+    EXPECT_FALSE(e->ExceptionCheck());
+    EXPECT_NE(nullptr, common);
+    EXPECT_NE(nullptr, synchronous);
+    EXPECT_NE(nullptr, found) << "a method is looked up on the class it names";
+    EXPECT_EQ(nullptr, missing) << "a signature that does not match is a missing method";
+    EXPECT_EQ(nullptr, after);
+    e->CallStaticVoidMethod(synchronous, found, 4);
+    EXPECT_FALSE(e->ExceptionCheck());
+    EXPECT_THAT(proxy_received(kSynchronousProxy), ElementsAre("fireResidentAppsStateChanged(4)"));
+    e->DeleteGlobalRef(common);
+    e->DeleteGlobalRef(synchronous);
+}
+
+}  // namespace
