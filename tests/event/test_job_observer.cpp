@@ -87,7 +87,6 @@ TEST_F(job_observer, states_without_a_constant_send_nothing_and_answer_zero) {
     EXPECT_EQ(0, jbrg_sim::job::notify_job_state_changed(state(3, 0)));
     EXPECT_EQ(0, jbrg_sim::job::notify_job_state_changed(state(0xFFFFFFFF, 0)));
     EXPECT_THAT(received(), IsEmpty());
-    EXPECT_EQ(nullptr, qsf_fnd_job_observer::state_constant(1, 3));
 }
 
 TEST_F(job_observer, the_job_carries_the_record_fields_as_java_ints_and_the_name_up_to_its_field_end) {
