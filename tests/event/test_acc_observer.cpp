@@ -20,7 +20,6 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Not;
 
 namespace card = jbrg_sim::smart_card;
 
@@ -248,19 +247,6 @@ TEST_F(acc_observer, the_builders_refuse_missing_arguments) {
     EXPECT_EQ(jbrg_test::traces_containing("ERROR : parameter error.").size(), 3u);
     EXPECT_EQ(jbrg_test::traces_containing("ERROR : parameter error (card_info).").size(), 1u);
     EXPECT_THAT(jbrg_test::proxy_received(kAcc), IsEmpty());
-}
-
-TEST_F(acc_observer, the_reader_thread_is_attached_only_for_the_event) {
-    registration r(true);
-    JavaVM* vm = jbrg_test::vm();
-    EXPECT_EQ(card::card_detected(card::card(0, "01")), 0);
-    EXPECT_EQ(jbrg_sim::deliver("smart_card",
-                                [vm] {
-                                    JNIEnv* e = nullptr;
-                                    return vm->GetEnv(reinterpret_cast<void**>(&e), JNI_VERSION_1_2);
-                                }),
-              JNI_EDETACHED);
-    EXPECT_THAT(jbrg_test::proxy_received(kAcc), Not(IsEmpty()));
 }
 
 TEST_F(acc_observer, the_reader_refuses_records_of_the_wrong_size_and_unknown_messages) {

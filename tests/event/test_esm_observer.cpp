@@ -117,19 +117,6 @@ TEST_F(esm_observer, jams_document_processor_events_and_activation_reach_no_java
     EXPECT_THAT(jbrg_test::proxy_received(kSynchronous), IsEmpty());
 }
 
-TEST_F(esm_observer, the_monitor_thread_is_attached_only_for_the_event) {
-    registration r(true);
-    JavaVM* vm = jbrg_test::vm();
-    auto attached = [vm] {
-        JNIEnv* e = nullptr;
-        return vm->GetEnv(reinterpret_cast<void**>(&e), JNI_VERSION_1_2);
-    };
-    EXPECT_EQ(jbrg_sim::deliver("esm", attached), JNI_EDETACHED);
-    EXPECT_EQ(jbrg_sim::esm::notify_sleep(1), 0);
-    EXPECT_EQ(jbrg_sim::deliver("esm", attached), JNI_EDETACHED);
-    EXPECT_THAT(jbrg_test::proxy_received(kCommon), ElementsAre("fireSleepEvent(1)"));
-}
-
 TEST_F(esm_observer, without_its_vm_or_its_identifiers_every_event_answers_0xC1010D07_and_sends_nothing) {
     namespace esm = jbrg_sim::esm;
     for (bool knows_vm : {false, true}) {

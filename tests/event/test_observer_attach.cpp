@@ -1,8 +1,14 @@
-// What every observer of platform events shares: a thread already attached to the VM (a Java thread) keeps
-// its attachment through init() and events, and a lookup that finds nothing leaves no Java error behind.
+// What every observer of platform events shares: a platform thread is attached for one event only, a thread
+// already attached to the VM (a Java thread) keeps its attachment through init() and events, and a lookup
+// that finds nothing leaves no Java error behind.
 #include <gmock/gmock.h>
 
 #include "event_test.h"
+#include "jbrg_sim/esm.h"
+#include "jbrg_sim/job.h"
+#include "jbrg_sim/jobinfo.h"
+#include "jbrg_sim/panel.h"
+#include "jbrg_sim/smart_card.h"
 #include "observer_support.h"
 #include "proxy_records.h"
 #include "qsf_fnd_acc_observer.h"
@@ -33,6 +39,68 @@ protected:
         }
     }
 };
+
+// Whether the IPC thread of `service` is attached to the VM now: GetEnv's answer there.
+jint service_thread(const char* service) {
+    return jbrg_sim::deliver(service, [] {
+        JNIEnv* e = nullptr;
+        return jbrg_test::vm()->GetEnv(reinterpret_cast<void**>(&e), JNI_VERSION_1_2);
+    });
+}
+
+TEST_F(observer_attach, a_platform_thread_is_attached_for_init_and_each_event_only) {
+    jbrg_test::unregister_app_operation_observers();
+    orvane::qsf_fnd_job_observer job;
+    orvane::qsf_fnd_jobinfo_observer jobinfo;
+    orvane::qsf_fnd_panel_observer panel;
+    orvane::xiof_slo_esm_observer esm;
+    orvane::qsf_fnd_acc_observer acc;
+    orvane::xamf_amo_app_operation_observer apps;
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("job", [&] { return job.init(); }));
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("jobinfo", [&] { return jobinfo.init(); }));
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("panel", [&] { return panel.init(); }));
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("esm", [&] { return esm.init(); }));
+    EXPECT_EQ(1, jbrg_sim::deliver("smart_card", [&] { return acc.init() ? 1 : 0; }));
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("xam_ads", [&] { return apps.init(); }));
+    dev_ulong apps_id = 0;
+    ASSERT_EQ(0, xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_add_observer(&job));
+    ASSERT_EQ(0, xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance()->xsi_ais_jobinfo_add_observer(&jobinfo));
+    ASSERT_EQ(0, xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_add_observer(&panel));
+    ASSERT_EQ(0, xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_add_observer(&esm));
+    ASSERT_EQ(0, xdc_com_std_facade::get_instance()->add_smart_card_observer(&acc));
+    ASSERT_EQ(0, xam_ads_facade::xam_ads_get_instance()->xam_ads_add_app_operation_observer(
+                     &apps, XAM_ADS_BASIS_TYPE_JAVA, apps_id));
+
+    const struct {
+        const char* service;
+        int32_t (*event)();
+    } events[] = {
+        {"job", [] { return jbrg_sim::job::notify_start_phb(5); }},
+        {"jobinfo", [] { return jbrg_sim::jobinfo::notify_job_update_log(XSI_AIS_EVENT_JOB_UPDATE_LOG{1, 2}); }},
+        {"panel", [] { return jbrg_sim::panel::notify_auto_reset(); }},
+        {"esm", [] { return jbrg_sim::esm::notify_sleep(XSI_PBFS_SLEEP_STATE_SLEEP); }},
+        {"smart_card", [] { return jbrg_sim::smart_card::card_error(XDC_COM_STD_CARD_ERROR_READ); }},
+        {"xam_ads", [] { return jbrg_sim::apps::is_enable_run_app(); }},
+    };
+    for (const auto& e : events) {
+        EXPECT_EQ(JNI_EDETACHED, service_thread(e.service)) << e.service << " after init()";
+        EXPECT_EQ(0, e.event()) << e.service;
+        EXPECT_EQ(JNI_EDETACHED, service_thread(e.service)) << e.service << " after its event";
+    }
+
+    EXPECT_EQ(0, xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_remove_observer(&job));
+    EXPECT_EQ(0, xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance()->xsi_ais_jobinfo_remove_observer(&jobinfo));
+    EXPECT_EQ(0, xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_remove_observer(&panel));
+    EXPECT_EQ(0, xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_remove_observer(&esm));
+    EXPECT_EQ(0, xdc_com_std_facade::get_instance()->remove_smart_card_observer(&acc));
+    EXPECT_EQ(0, xam_ads_facade::xam_ads_get_instance()->xam_ads_remove_app_operation_observer(apps_id));
+    EXPECT_THAT(proxy_received(jbrg_test::kJobProxy), ElementsAre("startProhibition 5"));
+    EXPECT_THAT(proxy_received(jbrg_test::kJobInfoProxy), ElementsAre("jobLog JobLogInfo{userJobId=1, receiptId=2}"));
+    EXPECT_THAT(proxy_received(kPanelProxy), ElementsAre("autoReset"));
+    EXPECT_THAT(proxy_received(kCommonProxy), ElementsAre("fireSleepEvent(2)"));
+    EXPECT_THAT(proxy_received(kAccProxy), ElementsAre("fireICCardErrorEvent(1)"));
+    EXPECT_THAT(proxy_received(kAppProxy), ElementsAre("10:"));
+}
 
 TEST_F(observer_attach, a_java_thread_that_initialises_and_delivers_stays_attached) {
     // The test thread is a Java thread: the VM was created on it.

@@ -89,17 +89,6 @@ TEST_F(panel_observer, the_automatic_reset_reaches_java_and_the_panel_gets_0) {
     EXPECT_THAT(received(), ElementsAre("autoReset", "autoReset"));
 }
 
-TEST_F(panel_observer, the_panel_thread_is_attached_only_while_it_delivers) {
-    observer(true);
-    auto attached = [] {
-        JNIEnv* e = nullptr;
-        return jbrg_test::vm()->GetEnv(reinterpret_cast<void**>(&e), JNI_VERSION_1_6) == JNI_OK ? 1 : 0;
-    };
-    EXPECT_EQ(jbrg_sim::deliver("panel", attached), 0) << "after init";
-    EXPECT_EQ(jbrg_sim::panel::notify_auto_reset(), 0);
-    EXPECT_EQ(jbrg_sim::deliver("panel", attached), 0) << "after an event";
-}
-
 TEST_F(panel_observer, application_start_and_stop_are_answered_by_the_base_and_not_forwarded) {
     observer(true);
     EXPECT_EQ(jbrg_sim::panel::notify_appl_start("jp.example.scan"), 0);
