@@ -30,6 +30,16 @@ constexpr const char kAccProxy[] = "orvane/qsf/controller/event/proxy/AccProxy";
 constexpr const char kAppProxy[] = "orvane/qsf/controller/event/proxy/AppOperationProxy";
 constexpr const char kSynchronousProxy[] = "orvane/qsf/controller/event/proxy/SynchronousEventProxy";
 
+// One observer of each kind.
+struct all_observers {
+    orvane::qsf_fnd_job_observer job;
+    orvane::qsf_fnd_jobinfo_observer jobinfo;
+    orvane::qsf_fnd_panel_observer panel;
+    orvane::xiof_slo_esm_observer esm;
+    orvane::qsf_fnd_acc_observer acc;
+    orvane::xamf_amo_app_operation_observer apps;
+};
+
 class observer_attach : public jbrg_test::event_test {
 protected:
     void SetUp() override {
@@ -37,6 +47,17 @@ protected:
         for (const char* proxy : {kCommonProxy, kSynchronousProxy, kPanelProxy, kAccProxy, kAppProxy}) {
             jbrg_test::proxy_clear(proxy);
         }
+    }
+
+    // What the one event of each observer that the tests send left with the Java proxies.
+    static void expect_each_event_received() {
+        EXPECT_THAT(proxy_received(jbrg_test::kJobProxy), ElementsAre("startProhibition 5"));
+        EXPECT_THAT(proxy_received(jbrg_test::kJobInfoProxy),
+                    ElementsAre("jobLog JobLogInfo{userJobId=1, receiptId=2}"));
+        EXPECT_THAT(proxy_received(kPanelProxy), ElementsAre("autoReset"));
+        EXPECT_THAT(proxy_received(kCommonProxy), ElementsAre("fireSleepEvent(2)"));
+        EXPECT_THAT(proxy_received(kAccProxy), ElementsAre("fireICCardErrorEvent(1)"));
+        EXPECT_THAT(proxy_received(kAppProxy), ElementsAre("10:"));
     }
 };
 
@@ -50,12 +71,13 @@ jint service_thread(const char* service) {
 
 TEST_F(observer_attach, a_platform_thread_is_attached_for_init_and_each_event_only) {
     jbrg_test::unregister_app_operation_observers();
-    orvane::qsf_fnd_job_observer job;
-    orvane::qsf_fnd_jobinfo_observer jobinfo;
-    orvane::qsf_fnd_panel_observer panel;
-    orvane::xiof_slo_esm_observer esm;
-    orvane::qsf_fnd_acc_observer acc;
-    orvane::xamf_amo_app_operation_observer apps;
+    all_observers o;
+    auto& job = o.job;
+    auto& jobinfo = o.jobinfo;
+    auto& panel = o.panel;
+    auto& esm = o.esm;
+    auto& acc = o.acc;
+    auto& apps = o.apps;
     EXPECT_EQ(JNI_OK, jbrg_sim::deliver("job", [&] { return job.init(); }));
     EXPECT_EQ(JNI_OK, jbrg_sim::deliver("jobinfo", [&] { return jobinfo.init(); }));
     EXPECT_EQ(JNI_OK, jbrg_sim::deliver("panel", [&] { return panel.init(); }));
@@ -94,45 +116,35 @@ TEST_F(observer_attach, a_platform_thread_is_attached_for_init_and_each_event_on
     EXPECT_EQ(0, xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_remove_observer(&esm));
     EXPECT_EQ(0, xdc_com_std_facade::get_instance()->remove_smart_card_observer(&acc));
     EXPECT_EQ(0, xam_ads_facade::xam_ads_get_instance()->xam_ads_remove_app_operation_observer(apps_id));
-    EXPECT_THAT(proxy_received(jbrg_test::kJobProxy), ElementsAre("startProhibition 5"));
-    EXPECT_THAT(proxy_received(jbrg_test::kJobInfoProxy), ElementsAre("jobLog JobLogInfo{userJobId=1, receiptId=2}"));
-    EXPECT_THAT(proxy_received(kPanelProxy), ElementsAre("autoReset"));
-    EXPECT_THAT(proxy_received(kCommonProxy), ElementsAre("fireSleepEvent(2)"));
-    EXPECT_THAT(proxy_received(kAccProxy), ElementsAre("fireICCardErrorEvent(1)"));
-    EXPECT_THAT(proxy_received(kAppProxy), ElementsAre("10:"));
+    expect_each_event_received();
 }
 
 TEST_F(observer_attach, a_java_thread_that_initialises_and_delivers_stays_attached) {
     // The test thread is a Java thread: the VM was created on it.
     JNIEnv* const own = jbrg_test::env();
     {
-        orvane::qsf_fnd_job_observer job;
-        orvane::qsf_fnd_jobinfo_observer jobinfo;
-        orvane::qsf_fnd_panel_observer panel;
-        orvane::xiof_slo_esm_observer esm;
-        orvane::qsf_fnd_acc_observer acc;
-        orvane::xamf_amo_app_operation_observer apps;
-        EXPECT_EQ(JNI_OK, job.init());
-        EXPECT_EQ(JNI_OK, jobinfo.init());
-        EXPECT_EQ(JNI_OK, panel.init());
-        EXPECT_EQ(JNI_OK, esm.init());
-        EXPECT_TRUE(acc.init());
-        EXPECT_EQ(JNI_OK, apps.init());
+        all_observers o;
+        EXPECT_EQ(JNI_OK, o.job.init());
+        EXPECT_EQ(JNI_OK, o.jobinfo.init());
+        EXPECT_EQ(JNI_OK, o.panel.init());
+        EXPECT_EQ(JNI_OK, o.esm.init());
+        EXPECT_TRUE(o.acc.init());
+        EXPECT_EQ(JNI_OK, o.apps.init());
 
         // Each event returns to its Java caller, which looks for an exception before it goes on; the
         // simple notifications check nothing after their call.
         JNIEnv* e = jbrg_test::env();
-        EXPECT_EQ(0, job.notify_start_phb(5));
+        EXPECT_EQ(0, o.job.notify_start_phb(5));
         EXPECT_FALSE(e->ExceptionCheck());
-        EXPECT_EQ(0, jobinfo.notify_job_update_log(XSI_AIS_EVENT_JOB_UPDATE_LOG{1, 2}));
+        EXPECT_EQ(0, o.jobinfo.notify_job_update_log(XSI_AIS_EVENT_JOB_UPDATE_LOG{1, 2}));
         EXPECT_FALSE(e->ExceptionCheck());
-        EXPECT_EQ(0, panel.notify_auto_panel_reset());
+        EXPECT_EQ(0, o.panel.notify_auto_panel_reset());
         EXPECT_FALSE(e->ExceptionCheck());
-        EXPECT_EQ(0, esm.notify_sleep(XSI_PBFS_SLEEP_STATE_SLEEP));
+        EXPECT_EQ(0, o.esm.notify_sleep(XSI_PBFS_SLEEP_STATE_SLEEP));
         EXPECT_FALSE(e->ExceptionCheck());
-        acc.smart_card_error_detected(XDC_COM_STD_SMART_CARD_ERROR_INFO{XDC_COM_STD_CARD_ERROR_READ, 0, {}});
+        o.acc.smart_card_error_detected(XDC_COM_STD_SMART_CARD_ERROR_INFO{XDC_COM_STD_CARD_ERROR_READ, 0, {}});
         EXPECT_FALSE(e->ExceptionCheck());
-        EXPECT_EQ(0, apps.is_enable_run_app());
+        EXPECT_EQ(0, o.apps.is_enable_run_app());
 
         JNIEnv* now = nullptr;
         ASSERT_EQ(JNI_OK, jbrg_test::vm()->GetEnv(reinterpret_cast<void**>(&now), JNI_VERSION_1_2));
@@ -141,12 +153,7 @@ TEST_F(observer_attach, a_java_thread_that_initialises_and_delivers_stays_attach
     }
     JNIEnv* now = nullptr;
     ASSERT_EQ(JNI_OK, jbrg_test::vm()->GetEnv(reinterpret_cast<void**>(&now), JNI_VERSION_1_2));
-    EXPECT_THAT(proxy_received(jbrg_test::kJobProxy), ElementsAre("startProhibition 5"));
-    EXPECT_THAT(proxy_received(jbrg_test::kJobInfoProxy), ElementsAre("jobLog JobLogInfo{userJobId=1, receiptId=2}"));
-    EXPECT_THAT(proxy_received(kPanelProxy), ElementsAre("autoReset"));
-    EXPECT_THAT(proxy_received(kCommonProxy), ElementsAre("fireSleepEvent(2)"));
-    EXPECT_THAT(proxy_received(kAccProxy), ElementsAre("fireICCardErrorEvent(1)"));
-    EXPECT_THAT(proxy_received(kAppProxy), ElementsAre("10:"));
+    expect_each_event_received();
 }
 
 TEST_F(observer_attach, a_missing_class_ends_the_lookups_and_leaves_no_error_pending) {
