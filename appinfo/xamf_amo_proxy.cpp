@@ -152,16 +152,18 @@ int xamf_amo_proxy::xamf_amo_get_application_list(jobject list, ENV_LANG_VAL lan
     if (out_count > num) out_count = num;
     for (dev_ulong i = 0; i < out_count; ++i) {
         const XAM_ADS_APP_INFO& record = app_list[i];
-        jni::local_ref<jobject> appinfo(env, jni::create_object(JBRG_TRACE_SITE, mid_app_info_constructor_));
+        // The objects are built through the environment this call already holds.
+        jni::local_ref<jobject> appinfo(env, jni::create_object(env, JBRG_TRACE_SITE, mid_app_info_constructor_));
         if (!appinfo) {
             emwOSWOrgFreeMemPart(0, app_list);
             JBRG_TRACE("[Exit] appinfo == NULL.");
             return 1;
         }
-        jni::set_field(JBRG_TRACE_SITE, fid_app_info_app_id_, appinfo.get(), field_text(record.app_id).c_str());
-        jni::set_field(JBRG_TRACE_SITE, fid_app_info_app_name_, appinfo.get(), field_text(record.app_name).c_str());
-        jni::set_field(JBRG_TRACE_SITE, fid_app_info_version_, appinfo.get(), field_text(record.version).c_str());
-        jni::set_field(JBRG_TRACE_SITE, fid_app_info_execution_status_, appinfo.get(),
+        jni::set_field(env, JBRG_TRACE_SITE, fid_app_info_app_id_, appinfo.get(), field_text(record.app_id).c_str());
+        jni::set_field(env, JBRG_TRACE_SITE, fid_app_info_app_name_, appinfo.get(),
+                       field_text(record.app_name).c_str());
+        jni::set_field(env, JBRG_TRACE_SITE, fid_app_info_version_, appinfo.get(), field_text(record.version).c_str());
+        jni::set_field(env, JBRG_TRACE_SITE, fid_app_info_execution_status_, appinfo.get(),
                        static_cast<jint>(convert(kListStates, record.execution_state, kListStateOther)));
         env->CallBooleanMethod(list, mid_list_add.get(), appinfo.get());
         if (env->ExceptionCheck()) {

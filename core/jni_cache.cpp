@@ -27,12 +27,21 @@ void set_value(JNIEnv* env, jobject o, jfieldID f, jlong v) { env->SetLongField(
 void set_value(JNIEnv* env, jobject o, jfieldID f, jfloat v) { env->SetFloatField(o, f, v); }
 void set_value(JNIEnv* env, jobject o, jfieldID f, jdouble v) { env->SetDoubleField(o, f, v); }
 
+// Set<Type>Field through `env`; a text value becomes a new Java string first.
 template <class T>
-bool set_scalar(const trace_site& site, field_id& field, jobject object, T value) {
+bool store(JNIEnv* env, const trace_site& site, field_id& field, jobject object, T value) {
     if (!field.ensure(site)) return false;
-    JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return false;
     set_value(env, object, field.get(), value);
+    return true;
+}
+
+bool store(JNIEnv* env, const trace_site& site, field_id& field, jobject object, const char* text) {
+    if (!field.ensure(site)) return false;
+    if (env == nullptr) return false;
+    local_ref<jstring> value(env, new_string(env, text));
+    if (failed(env, site, "NewStringUTF")) return false;
+    env->SetObjectField(object, field.get(), value.get());
     return true;
 }
 
@@ -70,34 +79,53 @@ bool field_id::ensure(const trace_site& site) {
     return true;
 }
 
-bool set_field(const trace_site& site, field_id& field, jobject object, const char* text) {
-    if (!field.ensure(site)) return false;
-    JNIEnv* env = CJvm::GetJNIEnv();
-    if (env == nullptr) return false;
-    local_ref<jstring> value(env, new_string(env, text));
-    if (failed(env, site, "NewStringUTF")) return false;
-    env->SetObjectField(object, field.get(), value.get());
-    return true;
+template <class T>
+bool set_field(JNIEnv* env, const trace_site& site, field_id& field, jobject object, T value) {
+    return store(env, site, field, object, value);
 }
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, const char*);
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, jobject);
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, jboolean);
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, jbyte);
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, jchar);
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, jshort);
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, jint);
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, jlong);
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, jfloat);
+template bool set_field(JNIEnv*, const trace_site&, field_id&, jobject, jdouble);
 
-bool set_field(const trace_site& s, field_id& f, jobject o, jobject v) { return set_scalar(s, f, o, v); }
-bool set_field(const trace_site& s, field_id& f, jobject o, jboolean v) { return set_scalar(s, f, o, v); }
-bool set_field(const trace_site& s, field_id& f, jobject o, jbyte v) { return set_scalar(s, f, o, v); }
-bool set_field(const trace_site& s, field_id& f, jobject o, jchar v) { return set_scalar(s, f, o, v); }
-bool set_field(const trace_site& s, field_id& f, jobject o, jshort v) { return set_scalar(s, f, o, v); }
-bool set_field(const trace_site& s, field_id& f, jobject o, jint v) { return set_scalar(s, f, o, v); }
-bool set_field(const trace_site& s, field_id& f, jobject o, jlong v) { return set_scalar(s, f, o, v); }
-bool set_field(const trace_site& s, field_id& f, jobject o, jfloat v) { return set_scalar(s, f, o, v); }
-bool set_field(const trace_site& s, field_id& f, jobject o, jdouble v) { return set_scalar(s, f, o, v); }
+// The forms without an environment ask CJvm for the calling thread's, once the field is known.
+namespace {
+template <class T>
+bool set_field_here(const trace_site& site, field_id& field, jobject object, T value) {
+    if (!field.ensure(site)) return false;
+    return store(CJvm::GetJNIEnv(), site, field, object, value);
+}
+}  // namespace
 
-jobject create_object(const trace_site& site, method_id& ctor) {
+bool set_field(const trace_site& s, field_id& f, jobject o, const char* v) { return set_field_here(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jobject v) { return set_field_here(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jboolean v) { return set_field_here(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jbyte v) { return set_field_here(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jchar v) { return set_field_here(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jshort v) { return set_field_here(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jint v) { return set_field_here(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jlong v) { return set_field_here(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jfloat v) { return set_field_here(s, f, o, v); }
+bool set_field(const trace_site& s, field_id& f, jobject o, jdouble v) { return set_field_here(s, f, o, v); }
+
+jobject create_object(JNIEnv* env, const trace_site& site, method_id& ctor) {
     if (!ctor.ensure(site)) return nullptr;
-    JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return nullptr;
     jobject object = env->NewObject(ctor.owner().get(), ctor.get());
     // A constructor that throws leaves no object behind.
     if (failed(env, site, "NewObject")) return nullptr;
     return object;
+}
+
+jobject create_object(const trace_site& site, method_id& ctor) {
+    if (!ctor.ensure(site)) return nullptr;
+    return create_object(CJvm::GetJNIEnv(), site, ctor);
 }
 
 }  // namespace orvane::jni

@@ -12,7 +12,7 @@
 // ensure() answers true when the identifier is (now) known. Every failed lookup is traced at the caller's
 // site ("Detected exception : FindClass", ": GetMethodID", ": GetFieldID", ": NewStringUTF", ": NewObject")
 // and its Java exception cleared: no exception leaves these operations. The environment is the calling
-// thread's, from CJvm::GetJNIEnv().
+// thread's, from CJvm::GetJNIEnv(), or the one the caller hands to the forms that take it.
 //
 // The identifiers are filled without a lock. Two threads racing on a first lookup both fill the slot with
 // equal values (the class reference of the loser stays alive); the slots are atomic so that the race is a
@@ -102,6 +102,14 @@ bool set_field(const trace_site& site, field_id& field, jobject object, jdouble 
 // A new object made with the no-argument constructor `ctor` (a local reference), or null: a failed lookup
 // or construction is traced ("Detected exception : NewObject") and cleared.
 jobject create_object(const trace_site& site, method_id& ctor);
+
+// The same through `env`, the environment a builder on the Java caller's thread already holds: a builder
+// that fills many objects asks CJvm for it once, not once per object and field. (A class seen for the first
+// time is still looked up through CJvm::GetJNIEnv, as every class of the cache is.) `T` is one of the field
+// types above.
+template <class T>
+bool set_field(JNIEnv* env, const trace_site& site, field_id& field, jobject object, T value);
+jobject create_object(JNIEnv* env, const trace_site& site, method_id& ctor);
 
 }  // namespace orvane::jni
 

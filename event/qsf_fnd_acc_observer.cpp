@@ -27,14 +27,6 @@ constexpr card_type_bit kCardTypeBits[] = {
     {ENV_AUTH_IC_CARD_TYPE_V, 8},    {ENV_AUTH_IC_CARD_TYPE_PROX, 16}, {ENV_AUTH_IC_CARD_TYPE_LEGIC, 32},
 };
 
-// A failed lookup or creation leaves a Java exception: it is printed and cleared so that the event can end.
-void clear_exception(JNIEnv* env) {
-    if (env->ExceptionCheck()) {
-        env->ExceptionDescribe();
-        env->ExceptionClear();
-    }
-}
-
 // The card data, read byte by byte; every read checks what is left.
 bool read_u8(const uint8_t** cursor, dev_ulong* left, unsigned* value) {
     if (*left < 1) return false;
@@ -55,17 +47,7 @@ bool read_u16(const uint8_t** cursor, dev_ulong* left, unsigned* value) {
 
 }  // namespace
 
-qsf_fnd_acc_observer::qsf_fnd_acc_observer()
-    : reader_info_(),
-      card_info_(),
-      jvm_(nullptr),
-      jnienv_(nullptr),
-      jcls_acc_proxy_(nullptr),
-      jcls_iccard_info_(nullptr),
-      jcls_system_data_(nullptr),
-      mid_fire_iccard_event_(nullptr),
-      mid_fire_iccard_error_event_(nullptr),
-      mid_fire_iccard_device_event_(nullptr) {}
+qsf_fnd_acc_observer::qsf_fnd_acc_observer() : reader_info_(), card_info_() {}
 
 qsf_fnd_acc_observer::~qsf_fnd_acc_observer() {
     release_classes(jvm_, {&jcls_acc_proxy_, &jcls_iccard_info_, &jcls_system_data_});
@@ -73,89 +55,56 @@ qsf_fnd_acc_observer::~qsf_fnd_acc_observer() {
 
 bool qsf_fnd_acc_observer::init() {
     JBRG_TRACE("START");
-    jsize count = 0;
-    if (JNI_GetCreatedJavaVMs(&jvm_, 1, &count) != JNI_OK || count < 1 || jvm_ == nullptr) {
-        jvm_ = nullptr;
+    if (find_vm(jvm_) != JNI_OK || jvm_ == nullptr) {
         JBRG_TRACE("ERROR : could not get JVM.");
         JBRG_TRACE("END");
         return false;
     }
-    if (!thread_attach()) {
+    event_attach scope;
+    if (!thread_attach(scope)) {
         JBRG_TRACE("ERROR : could not attach JVM.");
         JBRG_TRACE("END");
         return false;
     }
-
-    struct traced_class_lookup {
-        jclass* cls;
-        const char* path;
-        const char* error;
-    };
-    const traced_class_lookup classes[] = {
-        {&jcls_acc_proxy_, kAccProxy, "ERROR : could not find AccProxy class ID."},
-        {&jcls_iccard_info_, kICCardInfo, "ERROR : could not find ICCardInfo class ID."},
-        {&jcls_system_data_, kSystemData, "ERROR : could not find SystemData class ID."},
-    };
-    struct traced_method_lookup {
-        jmethodID* mid;
-        const char* name;
-        const char* signature;
-        const char* error;
-    };
-    const traced_method_lookup methods[] = {
-        {&mid_fire_iccard_event_, "fireICCardEvent", "(Lorvane/qsf/controller/event/device/ICCardInfo;)V",
-         "ERROR : could not get fireICCardEvent() ID."},
-        {&mid_fire_iccard_error_event_, "fireICCardErrorEvent", "(I)V",
-         "ERROR : could not get fireICCardErrorEvent() ID."},
-        {&mid_fire_iccard_device_event_, "fireICCardDeviceEvent", "(IIZB)V",
-         "ERROR : could not get fireICCardDeviceEvent() ID."},
-    };
-
-    bool found = true;
-    for (const traced_class_lookup& c : classes) {
-        jclass local = jnienv_->FindClass(c.path);
-        if (local == nullptr) {
-            clear_exception(jnienv_);
-            JBRG_TRACE("%s", c.error);
-            found = false;
-            break;
-        }
-        *c.cls = static_cast<jclass>(jnienv_->NewGlobalRef(local));
-        jnienv_->DeleteLocalRef(local);
-    }
-    for (const traced_method_lookup& m : methods) {
-        if (!found) break;
-        *m.mid = jnienv_->GetStaticMethodID(jcls_acc_proxy_, m.name, m.signature);
-        if (*m.mid == nullptr) {
-            clear_exception(jnienv_);
-            JBRG_TRACE("%s", m.error);
-            found = false;
-        }
-    }
-    thread_detach();
+    const trace_site site = JBRG_TRACE_SITE;
+    const bool found = look_up_chain(
+        scope.env(), &site,
+        {
+            {&jcls_acc_proxy_, kAccProxy, "ERROR : could not find AccProxy class ID."},
+            {&jcls_iccard_info_, kICCardInfo, "ERROR : could not find ICCardInfo class ID."},
+            {&jcls_system_data_, kSystemData, "ERROR : could not find SystemData class ID."},
+        },
+        {
+            {&mid_fire_iccard_event_, "fireICCardEvent", "(Lorvane/qsf/controller/event/device/ICCardInfo;)V",
+             "ERROR : could not get fireICCardEvent() ID."},
+            {&mid_fire_iccard_error_event_, "fireICCardErrorEvent", "(I)V",
+             "ERROR : could not get fireICCardErrorEvent() ID."},
+            {&mid_fire_iccard_device_event_, "fireICCardDeviceEvent", "(IIZB)V",
+             "ERROR : could not get fireICCardDeviceEvent() ID."},
+        });
+    thread_detach(scope);
     JBRG_TRACE("END");
     return found;
 }
 
-bool qsf_fnd_acc_observer::thread_attach() {
+bool qsf_fnd_acc_observer::thread_attach(event_attach& scope) {
     JBRG_TRACE("START");
     if (jvm_ == nullptr) {
         JBRG_TRACE("ERROR : could not called init() method.");
         return false;
     }
-    const jint result = jvm_->AttachCurrentThread(reinterpret_cast<void**>(&jnienv_), nullptr);
-    if (result != JNI_OK) JBRG_TRACE("ERROR : AttachCurrentThread() : %d", static_cast<int>(result));
-    const bool attached = result == JNI_OK;
+    const bool attached = scope.attach(jvm_);
+    if (!attached) JBRG_TRACE("ERROR : AttachCurrentThread() : %d", static_cast<int>(scope.result()));
     JBRG_TRACE("END : %d", attached ? 1 : 0);
     return attached;
 }
 
-void qsf_fnd_acc_observer::thread_detach() {
+void qsf_fnd_acc_observer::thread_detach(event_attach& scope) {
     JBRG_TRACE("START");
     if (jvm_ == nullptr) {
         JBRG_TRACE("ERROR : could not called init() method.");
     } else {
-        jvm_->DetachCurrentThread();
+        scope.detach();
     }
     JBRG_TRACE("END");
 }
@@ -182,80 +131,82 @@ void qsf_fnd_acc_observer::smart_card_detected(const XDC_COM_STD_SMART_CARD_INFO
         JBRG_TRACE("END");
         return;
     }
-    if (!thread_attach()) {
+    event_attach scope;
+    if (!thread_attach(scope)) {
         JBRG_TRACE("ERROR : could not attach JVM.");
         JBRG_TRACE("END");
         return;
     }
-    jobject info = create_iccard_info_obj();
+    JNIEnv* env = scope.env();
+    jobject info = create_iccard_info_obj(env);
     if (info == nullptr) {
         JBRG_TRACE("ERROR : could not create iccard_info_obj.");
-    } else if (!set_iccard_id(info, card_id)) {
+    } else if (!set_iccard_id(env, info, card_id)) {
         JBRG_TRACE("ERROR : could not set iccard_id_obj.");
-    } else if (!set_iccard_type(info, card_info_.card_type)) {
+    } else if (!set_iccard_type(env, info, card_info_.card_type)) {
         // set_iccard_type traced why.
     } else {
         // Data are there only when the reader says so; never more than its area holds.
         const int count = card_info_.service_data_exist != 0 ? card_info_.service_data_count : 0;
         dev_ulong size = card_info_.service_data_size;
         if (size > sizeof card_info_.service_data) size = sizeof card_info_.service_data;
-        if (!set_iccard_data(info, count, size, card_info_.service_data, card_info_.card_type)) {
+        if (!set_iccard_data(env, info, count, size, card_info_.service_data, card_info_.card_type)) {
             JBRG_TRACE("ERROR : could not set joarr_system_data.");
         } else {
-            jnienv_->CallStaticVoidMethod(jcls_acc_proxy_, mid_fire_iccard_event_, info);
+            env->CallStaticVoidMethod(jcls_acc_proxy_, mid_fire_iccard_event_, info);
         }
     }
-    thread_detach();
+    thread_detach(scope);
     JBRG_TRACE("END");
 }
 
-jobject qsf_fnd_acc_observer::create_iccard_info_obj() {
-    jmethodID ctor = jnienv_->GetMethodID(jcls_iccard_info_, "<init>", "()V");
+jobject qsf_fnd_acc_observer::create_iccard_info_obj(JNIEnv* env) {
+    jmethodID ctor = env->GetMethodID(jcls_iccard_info_, "<init>", "()V");
     if (ctor == nullptr) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         JBRG_TRACE("ERROR : could not get ICCardInfo#ICCardInfo() method ID.");
         return nullptr;
     }
-    jobject info = jnienv_->NewObject(jcls_iccard_info_, ctor);
+    jobject info = env->NewObject(jcls_iccard_info_, ctor);
     if (info == nullptr) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         JBRG_TRACE("ERROR : could not create iccard_info object.");
     }
     return info;
 }
 
-bool qsf_fnd_acc_observer::set_iccard_id(jobject info, const char* id) {
+bool qsf_fnd_acc_observer::set_iccard_id(JNIEnv* env, jobject info, const char* id) {
     if (info == nullptr || id == nullptr) {
         JBRG_TRACE("ERROR : parameter error.");
         return false;
     }
-    jmethodID set_card_id = jnienv_->GetMethodID(jcls_iccard_info_, "setCardId", "(Ljava/lang/String;)V");
+    jmethodID set_card_id = env->GetMethodID(jcls_iccard_info_, "setCardId", "(Ljava/lang/String;)V");
     if (set_card_id == nullptr) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         JBRG_TRACE("ERROR : could not get ICCardInfo#:setCardId() method ID.");
         return false;
     }
-    jstring text = ::orvane::jni::new_string(jnienv_, id);
+    jstring text = ::orvane::jni::new_string(env, id);
     if (text == nullptr) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         JBRG_TRACE("ERROR : could not create string object");
         return false;
     }
-    jnienv_->CallVoidMethod(info, set_card_id, text);
-    const bool thrown = jnienv_->ExceptionCheck();
-    clear_exception(jnienv_);
-    jnienv_->DeleteLocalRef(text);
+    env->CallVoidMethod(info, set_card_id, text);
+    const bool thrown = env->ExceptionCheck();
+    drop_exception(env);
+    env->DeleteLocalRef(text);
     return !thrown;
 }
 
-bool qsf_fnd_acc_observer::set_iccard_type(jobject info, ENV_AUTH_IC_CARD_TYPE type) {
+bool qsf_fnd_acc_observer::set_iccard_type(JNIEnv* env, jobject info, ENV_AUTH_IC_CARD_TYPE type) {
     if (info == nullptr) {
         JBRG_TRACE("ERROR : parameter error (card_info).");
         return false;
     }
-    jmethodID set_card_type = jnienv_->GetMethodID(jcls_iccard_info_, "setCardType", "(B)V");
+    jmethodID set_card_type = env->GetMethodID(jcls_iccard_info_, "setCardType", "(B)V");
     if (set_card_type == nullptr) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         JBRG_TRACE("ERROR : could not get ICCardInfo#setCardType() method ID.");
         return false;
     }
@@ -269,29 +220,29 @@ bool qsf_fnd_acc_observer::set_iccard_type(jobject info, ENV_AUTH_IC_CARD_TYPE t
         }
     }
     if (!known) JBRG_TRACE("WARNING : parameter error (card_type).");
-    jnienv_->CallVoidMethod(info, set_card_type, bit);
-    const bool thrown = jnienv_->ExceptionCheck();
-    clear_exception(jnienv_);
+    env->CallVoidMethod(info, set_card_type, bit);
+    const bool thrown = env->ExceptionCheck();
+    drop_exception(env);
     return !thrown;
 }
 
-jbyteArray qsf_fnd_acc_observer::block_data(const trace_site& site, unsigned blocks, const uint8_t** cursor,
+jbyteArray qsf_fnd_acc_observer::block_data(JNIEnv* env, const trace_site& site, unsigned blocks, const uint8_t** cursor,
                                             dev_ulong* left) {
     const dev_ulong length = static_cast<dev_ulong>(blocks) * XDC_COM_STD_BLOCK_SIZE;
     if (*left < length) {
         trace_at(site, "ERROR : card data too short.");
         return nullptr;
     }
-    jni::local_ref<jbyteArray> array(jnienv_, jnienv_->NewByteArray(static_cast<jsize>(length)));
+    jni::local_ref<jbyteArray> array(env, env->NewByteArray(static_cast<jsize>(length)));
     if (!array) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         trace_at(site, "ERROR : could not create block data array.");
         return nullptr;
     }
     {
-        jni::pinned_array<jbyte> elements(jnienv_, array.get());
+        jni::pinned_array<jbyte> elements(env, array.get());
         if (!elements) {
-            clear_exception(jnienv_);
+            drop_exception(env);
             trace_at(site, "ERROR : could not get block data element.");
             return nullptr;
         }
@@ -303,32 +254,32 @@ jbyteArray qsf_fnd_acc_observer::block_data(const trace_site& site, unsigned blo
     return array.release();
 }
 
-bool qsf_fnd_acc_observer::call_setter(jobject entry, jmethodID setter, jobject value) {
-    jnienv_->CallVoidMethod(entry, setter, value);
-    const bool thrown = jnienv_->ExceptionCheck();
-    clear_exception(jnienv_);
+bool qsf_fnd_acc_observer::call_setter(JNIEnv* env, jobject entry, jmethodID setter, jobject value) {
+    env->CallVoidMethod(entry, setter, value);
+    const bool thrown = env->ExceptionCheck();
+    drop_exception(env);
     return !thrown;
 }
 
-bool qsf_fnd_acc_observer::set_keyed_blocks(const trace_site& site, jobject entry, const keyed_blocks& kind,
+bool qsf_fnd_acc_observer::set_keyed_blocks(JNIEnv* env, const trace_site& site, jobject entry, const keyed_blocks& kind,
                                             unsigned count, const uint8_t** cursor, dev_ulong* left) {
-    jni::local_ref<jintArray> keys(jnienv_, jnienv_->NewIntArray(static_cast<jsize>(count)));
+    jni::local_ref<jintArray> keys(env, env->NewIntArray(static_cast<jsize>(count)));
     if (!keys) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         trace_at(site, "%s", kind.keys_array_error);
         return false;
     }
     jni::local_ref<jobjectArray> blocks(
-        jnienv_, jnienv_->NewObjectArray(static_cast<jsize>(count), kind.byte_array_class, nullptr));
+        env, env->NewObjectArray(static_cast<jsize>(count), kind.byte_array_class, nullptr));
     if (!blocks) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         trace_at(site, "%s", kind.blocks_array_error);
         return false;
     }
     {
-        jni::pinned_array<jint> elements(jnienv_, keys.get());
+        jni::pinned_array<jint> elements(env, keys.get());
         if (!elements) {
-            clear_exception(jnienv_);
+            drop_exception(env);
             trace_at(site, "%s", kind.keys_elements_error);
             return false;
         }
@@ -341,16 +292,16 @@ bool qsf_fnd_acc_observer::set_keyed_blocks(const trace_site& site, jobject entr
                 return false;
             }
             elements[i] = static_cast<jint>(key);
-            jni::local_ref<jbyteArray> data(jnienv_, block_data(site, block_count, cursor, left));
+            jni::local_ref<jbyteArray> data(env, block_data(env, site, block_count, cursor, left));
             if (!data) return false;
-            jnienv_->SetObjectArrayElement(blocks.get(), static_cast<jsize>(i), data.get());
+            env->SetObjectArrayElement(blocks.get(), static_cast<jsize>(i), data.get());
         }
         elements.commit();
     }
-    return call_setter(entry, kind.set_keys, keys.get()) && call_setter(entry, kind.set_block_data, blocks.get());
+    return call_setter(env, entry, kind.set_keys, keys.get()) && call_setter(env, entry, kind.set_block_data, blocks.get());
 }
 
-jobject qsf_fnd_acc_observer::build_sector_entry(const trace_site& site, jclass byte_array_class, jmethodID ctor,
+jobject qsf_fnd_acc_observer::build_sector_entry(JNIEnv* env, const trace_site& site, jclass byte_array_class, jmethodID ctor,
                                                  jmethodID set_sector_num, jmethodID set_block_data,
                                                  const uint8_t** cursor, dev_ulong* left) {
     unsigned sectors = 0;
@@ -358,9 +309,9 @@ jobject qsf_fnd_acc_observer::build_sector_entry(const trace_site& site, jclass 
         trace_at(site, "ERROR : card data too short.");
         return nullptr;
     }
-    jni::local_ref<jobject> entry(jnienv_, jnienv_->NewObject(jcls_system_data_, ctor));
+    jni::local_ref<jobject> entry(env, env->NewObject(jcls_system_data_, ctor));
     if (!entry) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         trace_at(site, "ERROR : could not create system data object.");
         return nullptr;
     }
@@ -370,13 +321,13 @@ jobject qsf_fnd_acc_observer::build_sector_entry(const trace_site& site, jclass 
                                     set_block_data,
                                     false,
                                     "ERROR : could not create jobjectArray.",
-                                    "jnienv_->GetIntArrayElements(jiarr_sector_num, NULL) obj = NULL",
+                                    "env->GetIntArrayElements(jiarr_sector_num, NULL) obj = NULL",
                                     "ERROR : could not create jobjectArray."};
-    if (!set_keyed_blocks(site, entry.get(), sectors_kind, sectors, cursor, left)) return nullptr;
+    if (!set_keyed_blocks(env, site, entry.get(), sectors_kind, sectors, cursor, left)) return nullptr;
     return entry.release();
 }
 
-jobject qsf_fnd_acc_observer::build_system_entry(const trace_site& site, jclass byte_array_class, jmethodID ctor,
+jobject qsf_fnd_acc_observer::build_system_entry(JNIEnv* env, const trace_site& site, jclass byte_array_class, jmethodID ctor,
                                                  jmethodID set_system_code, jmethodID set_service_code,
                                                  jmethodID set_block_data, const uint8_t** cursor,
                                                  dev_ulong* left) {
@@ -386,15 +337,15 @@ jobject qsf_fnd_acc_observer::build_system_entry(const trace_site& site, jclass 
         trace_at(site, "ERROR : card data too short.");
         return nullptr;
     }
-    jni::local_ref<jobject> entry(jnienv_, jnienv_->NewObject(jcls_system_data_, ctor));
+    jni::local_ref<jobject> entry(env, env->NewObject(jcls_system_data_, ctor));
     if (!entry) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         trace_at(site, "ERROR : could not create system data object.");
         return nullptr;
     }
-    jnienv_->CallVoidMethod(entry.get(), set_system_code, static_cast<jint>(system_code));
-    const bool thrown = jnienv_->ExceptionCheck();
-    clear_exception(jnienv_);
+    env->CallVoidMethod(entry.get(), set_system_code, static_cast<jint>(system_code));
+    const bool thrown = env->ExceptionCheck();
+    drop_exception(env);
     if (thrown) return nullptr;
     // A FeliCa card's system: service codes, each with its blocks.
     const keyed_blocks services_kind{byte_array_class,
@@ -404,11 +355,11 @@ jobject qsf_fnd_acc_observer::build_system_entry(const trace_site& site, jclass 
                                      "ERROR : could not create service code array.",
                                      "ERROR : could not create service code element.",
                                      "ERROR : could not create felica block array."};
-    if (!set_keyed_blocks(site, entry.get(), services_kind, services, cursor, left)) return nullptr;
+    if (!set_keyed_blocks(env, site, entry.get(), services_kind, services, cursor, left)) return nullptr;
     return entry.release();
 }
 
-bool qsf_fnd_acc_observer::set_iccard_data(jobject info, int count, dev_ulong size, void* data,
+bool qsf_fnd_acc_observer::set_iccard_data(JNIEnv* env, jobject info, int count, dev_ulong size, void* data,
                                            ENV_AUTH_IC_CARD_TYPE type) {
     const bool type_a = type == ENV_AUTH_IC_CARD_TYPE_A;
     if (type_a) {
@@ -457,25 +408,25 @@ bool qsf_fnd_acc_observer::set_iccard_data(jobject info, int count, dev_ulong si
     const method_lookup* first = type_a ? type_a_methods : system_methods;
     const std::size_t lookups = type_a ? std::size(type_a_methods) : std::size(system_methods);
     for (std::size_t i = 0; i < lookups; ++i) {
-        *first[i].mid = jnienv_->GetMethodID(first[i].cls, first[i].name, first[i].signature);
+        *first[i].mid = env->GetMethodID(first[i].cls, first[i].name, first[i].signature);
         if (*first[i].mid == nullptr) {
-            clear_exception(jnienv_);
+            drop_exception(env);
             JBRG_TRACE("%s", first[i].error);
             return false;
         }
     }
 
-    jclass byte_array_class = jnienv_->FindClass("[B");
+    jclass byte_array_class = env->FindClass("[B");
     if (byte_array_class == nullptr) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         JBRG_TRACE("ERROR : could not find byte[][] class.");
         return false;
     }
-    jobjectArray entries = jnienv_->NewObjectArray(static_cast<jsize>(count), jcls_system_data_, nullptr);
+    jobjectArray entries = env->NewObjectArray(static_cast<jsize>(count), jcls_system_data_, nullptr);
     if (entries == nullptr) {
-        clear_exception(jnienv_);
+        drop_exception(env);
         JBRG_TRACE("ERROR : could not create system data array.");
-        jnienv_->DeleteLocalRef(byte_array_class);
+        env->DeleteLocalRef(byte_array_class);
         return false;
     }
 
@@ -484,24 +435,24 @@ bool qsf_fnd_acc_observer::set_iccard_data(jobject info, int count, dev_ulong si
     dev_ulong left = size;
     bool ok = true;
     for (int i = 0; ok && i < count; ++i) {
-        jobject entry = type_a ? build_sector_entry(site, byte_array_class, ctor, set_sector_num, set_block_data,
+        jobject entry = type_a ? build_sector_entry(env, site, byte_array_class, ctor, set_sector_num, set_block_data,
                                                     &cursor, &left)
-                               : build_system_entry(site, byte_array_class, ctor, set_system_code,
+                               : build_system_entry(env, site, byte_array_class, ctor, set_system_code,
                                                     set_service_code, set_block_data, &cursor, &left);
         if (entry == nullptr) {
             ok = false;
             break;
         }
-        jnienv_->SetObjectArrayElement(entries, static_cast<jsize>(i), entry);
-        jnienv_->DeleteLocalRef(entry);
+        env->SetObjectArrayElement(entries, static_cast<jsize>(i), entry);
+        env->DeleteLocalRef(entry);
     }
     if (ok) {
-        jnienv_->CallVoidMethod(info, set_system_data, entries);
-        ok = !jnienv_->ExceptionCheck();
-        clear_exception(jnienv_);
+        env->CallVoidMethod(info, set_system_data, entries);
+        ok = !env->ExceptionCheck();
+        drop_exception(env);
     }
-    jnienv_->DeleteLocalRef(entries);
-    jnienv_->DeleteLocalRef(byte_array_class);
+    env->DeleteLocalRef(entries);
+    env->DeleteLocalRef(byte_array_class);
     return ok;
 }
 
@@ -516,24 +467,25 @@ void qsf_fnd_acc_observer::smart_card_error_detected(const XDC_COM_STD_SMART_CAR
     JBRG_TRACE("START");
     if (!initialised()) {
         JBRG_TRACE("ERROR : could not called init() method.");
-    } else if (!thread_attach()) {
+    } else if (event_attach scope; !thread_attach(scope)) {
         JBRG_TRACE("ERROR : could not connect JVM.");
     } else {
         // Java receives the first 32-bit word of the error information: the error code.
         int32_t first_word = 0;
         std::memcpy(&first_word, &error_info, sizeof first_word);
-        jnienv_->CallStaticVoidMethod(jcls_acc_proxy_, mid_fire_iccard_error_event_, static_cast<jint>(first_word));
-        thread_detach();
+        scope.env()->CallStaticVoidMethod(jcls_acc_proxy_, mid_fire_iccard_error_event_,
+                                          static_cast<jint>(first_word));
+        thread_detach(scope);
     }
     JBRG_TRACE("END");
 }
 
-void qsf_fnd_acc_observer::fire_device_event(jboolean added) {
+void qsf_fnd_acc_observer::fire_device_event(JNIEnv* env, jboolean added) {
     // The card types go to Java as the signed byte at offset 8 of the record: the low byte of the card-type
     // bits on the little-endian device.
     int8_t card_types = 0;
     std::memcpy(&card_types, reinterpret_cast<const char*>(&reader_info_) + 8, sizeof card_types);
-    jnienv_->CallStaticVoidMethod(jcls_acc_proxy_, mid_fire_iccard_device_event_,
+    env->CallStaticVoidMethod(jcls_acc_proxy_, mid_fire_iccard_device_event_,
                                   static_cast<jint>(reader_info_.vendor), static_cast<jint>(reader_info_.product_id),
                                   added, static_cast<jint>(static_cast<jbyte>(card_types)));
 }
@@ -542,12 +494,12 @@ void qsf_fnd_acc_observer::smart_card_reader_added(const XDC_COM_STD_SMART_CARD_
     JBRG_TRACE("START");
     if (!initialised()) {
         JBRG_TRACE("ERROR : could not called init() method.");
-    } else if (!thread_attach()) {
+    } else if (event_attach scope; !thread_attach(scope)) {
         JBRG_TRACE("ERROR : could not connect JVM.");
     } else {
         reader_info_ = reader_info;
-        fire_device_event(JNI_TRUE);
-        thread_detach();
+        fire_device_event(scope.env(), JNI_TRUE);
+        thread_detach(scope);
     }
     JBRG_TRACE("END");
 }
@@ -557,11 +509,11 @@ void qsf_fnd_acc_observer::smart_card_reader_removed() {
     JBRG_TRACE("START");
     if (!initialised()) {
         JBRG_TRACE("ERROR : could not called init() method.");
-    } else if (!thread_attach()) {
+    } else if (event_attach scope; !thread_attach(scope)) {
         JBRG_TRACE("ERROR : could not connect JVM.");
     } else {
-        fire_device_event(JNI_FALSE);
-        thread_detach();
+        fire_device_event(scope.env(), JNI_FALSE);
+        thread_detach(scope);
     }
     JBRG_TRACE("END");
 }

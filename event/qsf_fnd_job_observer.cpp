@@ -34,13 +34,11 @@ constexpr state_row kStates[] = {
 // A value of the platform's unsigned 32 bits as Java's long: zero-extended, never negative.
 jlong unsigned_long(unsigned int value) { return static_cast<jlong>(static_cast<uint32_t>(value)); }
 
-// A Java setter or event method may throw; the exception is printed and dropped so that the event still
-// reaches the next call with a clean environment.
-void drop_thrown(JNIEnv* env) {
-    if (env->ExceptionCheck()) {
-        env->ExceptionDescribe();
-        env->ExceptionClear();
-    }
+// A lookup or creation of a state change failed: its error is printed and cleared, and the event answered
+// with the failure code (the scope then detaches the thread).
+PLAT_RESULT lookup_failed(JNIEnv* env) {
+    drop_exception(env);
+    return qsf_fnd_job_observer::kFailure;
 }
 
 }  // namespace
@@ -48,39 +46,20 @@ void drop_thrown(JNIEnv* env) {
 qsf_fnd_job_observer::qsf_fnd_job_observer() = default;
 
 qsf_fnd_job_observer::~qsf_fnd_job_observer() {
-    // The environment of the last attach belongs to the platform thread of the last event; the class
-    // references are deleted through the destroying thread's own environment instead.
-    release_classes(m_jvm, {&m_jcls_job_proxy, &m_jcls_job, &m_jcls_job_state});
+    release_classes(jvm_, {&jcls_job_proxy_, &jcls_job_, &jcls_job_state_});
 }
 
 jint qsf_fnd_job_observer::init() {
-    jsize count = 0;
-    jint found = JNI_GetCreatedJavaVMs(&m_jvm, 1, &count);
-    if (found != JNI_OK) return found;
-    if (!thread_attach()) return 0;
-
     // Classes, then the proxy's methods; the first one missing ends the lookups.
-    look_up_chain(m_env, {{&m_jcls_job_proxy, kJobProxy}, {&m_jcls_job, kJob}, {&m_jcls_job_state, kJobState}},
-                  {
-                      {&m_mid_fire_job_state_changed, "fireJobStateChangedEvent",
-                       "(Lorvane/qsf/controller/event/job/Job;)V"},
-                      {&m_mid_fire_scan_count, "fireScanCountEvent", "(JJ)V"},
-                      {&m_mid_fire_start_prohibition, "fireStartProhibitionEvent", "(J)V"},
-                      {&m_mid_fire_comb_constraint, "fireCombConstraintEvent", "(J)V"},
-                      {&m_mid_fire_panel_message_update, "firePanelMessageUpdateEvent", "(J)V"},
-                  });
-    return thread_detach();
-}
-
-bool qsf_fnd_job_observer::thread_attach() {
-    // Without a VM (init never ran, or found none) the thread cannot be attached.
-    if (m_jvm == nullptr) return false;
-    return m_jvm->AttachCurrentThread(reinterpret_cast<void**>(&m_env), nullptr) == JNI_OK;
-}
-
-jint qsf_fnd_job_observer::thread_detach() {
-    if (m_jvm == nullptr) return JNI_ERR;
-    return m_jvm->DetachCurrentThread();
+    return init_identifiers(jvm_, {{&jcls_job_proxy_, kJobProxy}, {&jcls_job_, kJob}, {&jcls_job_state_, kJobState}},
+                            {
+                                {&mid_fire_job_state_changed_, "fireJobStateChangedEvent",
+                                 "(Lorvane/qsf/controller/event/job/Job;)V"},
+                                {&mid_fire_scan_count_, "fireScanCountEvent", "(JJ)V"},
+                                {&mid_fire_start_prohibition_, "fireStartProhibitionEvent", "(J)V"},
+                                {&mid_fire_comb_constraint_, "fireCombConstraintEvent", "(J)V"},
+                                {&mid_fire_panel_message_update_, "firePanelMessageUpdateEvent", "(J)V"},
+                            });
 }
 
 const char* qsf_fnd_job_observer::state_constant(dev_ulong kind, dev_ulong end_status) {
@@ -90,30 +69,24 @@ const char* qsf_fnd_job_observer::state_constant(dev_ulong kind, dev_ulong end_s
     return nullptr;
 }
 
-PLAT_RESULT qsf_fnd_job_observer::lookup_failed() {
-    m_env->ExceptionDescribe();
-    m_env->ExceptionClear();
-    thread_detach();
-    return kFailure;
+PLAT_RESULT qsf_fnd_job_observer::notify_job_state_changed(XSI_AIS_JOB_STATE state) {
+    event_attach scope(jvm_);
+    if (!scope || jcls_job_proxy_ == nullptr || mid_fire_job_state_changed_ == nullptr) return kFailure;
+    const char* constant = state_constant(state.state, state.result);
+    // A state without a constant sends nothing and is handled all the same.
+    if (constant == nullptr) return PLAT_OK;
+    return deliver_state(scope.env(), state, constant);
 }
 
-PLAT_RESULT qsf_fnd_job_observer::notify_job_state_changed(XSI_AIS_JOB_STATE state) {
-    if (m_jcls_job_proxy == nullptr || m_mid_fire_job_state_changed == nullptr) return kFailure;
-    if (!thread_attach()) return kFailure;
-    const char* constant = state_constant(state.state, state.result);
-    if (constant == nullptr) {
-        thread_detach();
-        return PLAT_OK;
-    }
-
-    jfieldID field = m_env->GetStaticFieldID(m_jcls_job_state, constant, kJobStateSignature);
-    if (field == nullptr) return lookup_failed();
-    jobject job_state = m_env->GetStaticObjectField(m_jcls_job_state, field);
-    if (job_state == nullptr) return lookup_failed();
-    jmethodID ctor = m_env->GetMethodID(m_jcls_job, "<init>", "()V");
-    if (ctor == nullptr) return lookup_failed();
-    jobject job = m_env->NewObject(m_jcls_job, ctor);
-    if (job == nullptr) return lookup_failed();
+PLAT_RESULT qsf_fnd_job_observer::deliver_state(JNIEnv* env, const XSI_AIS_JOB_STATE& state, const char* constant) {
+    jfieldID field = env->GetStaticFieldID(jcls_job_state_, constant, kJobStateSignature);
+    if (field == nullptr) return lookup_failed(env);
+    jobject job_state = env->GetStaticObjectField(jcls_job_state_, field);
+    if (job_state == nullptr) return lookup_failed(env);
+    jmethodID ctor = env->GetMethodID(jcls_job_, "<init>", "()V");
+    if (ctor == nullptr) return lookup_failed(env);
+    jobject job = env->NewObject(jcls_job_, ctor);
+    if (job == nullptr) return lookup_failed(env);
 
     // The user name ends at its terminating zero, and never past its field.
     char name[sizeof state.user_name + 1] = {};
@@ -140,54 +113,45 @@ PLAT_RESULT qsf_fnd_job_observer::notify_job_state_changed(XSI_AIS_JOB_STATE sta
     setters[4].value.i = static_cast<jint>(state.in_dev);
     setters[5].value.i = static_cast<jint>(state.out_dev);
     for (setter& s : setters) {
-        jmethodID method = m_env->GetMethodID(m_jcls_job, s.name, s.signature);
-        if (method == nullptr) return lookup_failed();
+        jmethodID method = env->GetMethodID(jcls_job_, s.name, s.signature);
+        if (method == nullptr) return lookup_failed(env);
         if (s.text) {
-            user_name = ::orvane::jni::new_string(m_env, name);
-            if (user_name == nullptr) return lookup_failed();
+            user_name = ::orvane::jni::new_string(env, name);
+            if (user_name == nullptr) return lookup_failed(env);
             s.value.l = user_name;
         }
-        m_env->CallVoidMethodA(job, method, &s.value);
-        drop_thrown(m_env);
+        env->CallVoidMethodA(job, method, &s.value);
+        // A setter that throws is printed and dropped, so that the event still reaches the next call with a
+        // clean environment.
+        drop_exception(env);
     }
 
-    m_env->CallStaticVoidMethod(m_jcls_job_proxy, m_mid_fire_job_state_changed, job);
-    m_env->DeleteLocalRef(job_state);
-    m_env->DeleteLocalRef(job);
-    m_env->DeleteLocalRef(user_name);
-    thread_detach();
+    env->CallStaticVoidMethod(jcls_job_proxy_, mid_fire_job_state_changed_, job);
+    env->DeleteLocalRef(job_state);
+    env->DeleteLocalRef(job);
+    env->DeleteLocalRef(user_name);
     return PLAT_OK;
 }
 
 PLAT_RESULT qsf_fnd_job_observer::notify_scan_count(unsigned int count_1, unsigned int count_2) {
-    // An init() that did not find the proxy or its method left nothing to call: the event is answered with
-    // the failure code rather than calling through a null identifier.
-    if (m_jcls_job_proxy == nullptr || m_mid_fire_scan_count == nullptr) return kFailure;
-    if (!thread_attach()) return kFailure;
-    m_env->CallStaticVoidMethod(m_jcls_job_proxy, m_mid_fire_scan_count, unsigned_long(count_1),
-                                unsigned_long(count_2));
-    thread_detach();
-    return PLAT_OK;
+    return fire_static(jvm_, kFailure, jcls_job_proxy_, mid_fire_scan_count_, unsigned_long(count_1),
+                       unsigned_long(count_2));
 }
 
 PLAT_RESULT qsf_fnd_job_observer::fire_value(jmethodID method, unsigned int value) {
-    if (m_jcls_job_proxy == nullptr || method == nullptr) return kFailure;
-    if (!thread_attach()) return kFailure;
-    m_env->CallStaticVoidMethod(m_jcls_job_proxy, method, unsigned_long(value));
-    thread_detach();
-    return PLAT_OK;
+    return fire_static(jvm_, kFailure, jcls_job_proxy_, method, unsigned_long(value));
 }
 
 PLAT_RESULT qsf_fnd_job_observer::notify_start_phb(unsigned int value) {
-    return fire_value(m_mid_fire_start_prohibition, value);
+    return fire_value(mid_fire_start_prohibition_, value);
 }
 
 PLAT_RESULT qsf_fnd_job_observer::notify_disable_info(unsigned int value) {
-    return fire_value(m_mid_fire_comb_constraint, value);
+    return fire_value(mid_fire_comb_constraint_, value);
 }
 
 PLAT_RESULT qsf_fnd_job_observer::notify_main_message(unsigned int value) {
-    return fire_value(m_mid_fire_panel_message_update, value);
+    return fire_value(mid_fire_panel_message_update_, value);
 }
 
 PLAT_RESULT qsf_fnd_job_observer::notify_phb_info(unsigned int, XSI_AIS_PHB_INFO&) { return PLAT_OK; }

@@ -1,12 +1,13 @@
 // The job service's events, forwarded to Java.
 //
-// The platform calls this observer on its own IPC thread. Each notification attaches that thread to the
-// Java VM, calls a static method of orvane.qsf.controller.event.proxy.JobProxy and detaches again. A state
-// change becomes an orvane.qsf.controller.event.job.Job object whose state is a JobState constant.
+// The platform calls this observer on its own IPC thread. Each notification holds the thread attached to the
+// Java VM for the event (observer_support.h), calls a static method of
+// orvane.qsf.controller.event.proxy.JobProxy and lets the thread go again. A state change becomes an
+// orvane.qsf.controller.event.job.Job object whose state is a JobState constant.
 //
 // Every notification answers the platform 0 when handled (also when the state needs no Java call) and
-// 0xC1020001 when the thread cannot be attached or a Java class member needed for a state change is
-// missing. Nothing is traced.
+// 0xC1020001 when init() did not find the proxy or its method, the thread cannot be attached, or a Java
+// class member needed for a state change is missing. Nothing is traced.
 #ifndef JBRG_EVENT_QSF_FND_JOB_OBSERVER_H
 #define JBRG_EVENT_QSF_FND_JOB_OBSERVER_H
 
@@ -22,19 +23,13 @@ public:
     static constexpr PLAT_RESULT kFailure = PLAT_CODE(0xC1020001);
 
     qsf_fnd_job_observer();
-    // Deletes the class references through the environment of the last attach, as it stands, then detaches
-    // the calling thread.
+    // Deletes the class references through the destroying thread's own environment.
     ~qsf_fnd_job_observer() override;
 
     // Finds the process's VM, then (attached) the Java classes and the proxy's methods. A missing class or
     // method ends the lookups silently, leaving the later ones null. Answers a failure of
     // JNI_GetCreatedJavaVMs as it is, 0 when the thread cannot be attached, else the detach's result.
     jint init();
-
-    // AttachCurrentThread into the environment member; true when it answered JNI_OK.
-    bool thread_attach();
-    // DetachCurrentThread; its answer.
-    jint thread_detach();
 
     PLAT_RESULT notify_job_state_changed(XSI_AIS_JOB_STATE state) override;
     PLAT_RESULT notify_scan_count(unsigned int count_1, unsigned int count_2) override;
@@ -50,22 +45,21 @@ public:
 
 protected:
     // Filled by init(); derived observers may substitute the Java classes.
-    JavaVM* m_jvm = nullptr;
-    JNIEnv* m_env = nullptr;
-    jclass m_jcls_job_proxy = nullptr;
-    jclass m_jcls_job = nullptr;
-    jclass m_jcls_job_state = nullptr;
-    jmethodID m_mid_fire_job_state_changed = nullptr;
-    jmethodID m_mid_fire_scan_count = nullptr;
-    jmethodID m_mid_fire_start_prohibition = nullptr;
-    jmethodID m_mid_fire_comb_constraint = nullptr;
-    jmethodID m_mid_fire_panel_message_update = nullptr;
+    JavaVM* jvm_ = nullptr;
+    jclass jcls_job_proxy_ = nullptr;
+    jclass jcls_job_ = nullptr;
+    jclass jcls_job_state_ = nullptr;
+    jmethodID mid_fire_job_state_changed_ = nullptr;
+    jmethodID mid_fire_scan_count_ = nullptr;
+    jmethodID mid_fire_start_prohibition_ = nullptr;
+    jmethodID mid_fire_comb_constraint_ = nullptr;
+    jmethodID mid_fire_panel_message_update_ = nullptr;
 
 private:
     // One static void fire...(long) call.
     PLAT_RESULT fire_value(jmethodID method, unsigned int value);
-    // Step 8 of a state change: the lookup failed.
-    PLAT_RESULT lookup_failed();
+    // A state change with its constant chosen, on the attached thread of `env`.
+    PLAT_RESULT deliver_state(JNIEnv* env, const XSI_AIS_JOB_STATE& state, const char* constant);
 };
 
 }  // namespace orvane

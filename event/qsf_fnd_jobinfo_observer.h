@@ -6,7 +6,8 @@
 // orvane.qsf.controller.event.proxy.JobInfoProxy. The three page kinds share firePageEvent(Object); Java
 // tells them apart by class.
 //
-// Every failure answers the platform 0xC1020001, with nothing traced. A failed construction prints and
+// Every failure answers the platform 0xC1020001, with nothing traced: a class or method init() did not
+// find, a thread that cannot be attached, an object that cannot be built. A failed construction prints and
 // clears the Java exception; a missing setter leaves it pending as the thread detaches, and leaves the
 // half-filled object to the detach as well. That difference is the observer's established behaviour.
 #ifndef JBRG_EVENT_QSF_FND_JOBINFO_OBSERVER_H
@@ -25,16 +26,13 @@ public:
     static constexpr PLAT_RESULT kFailure = PLAT_CODE(0xC1020001);
 
     qsf_fnd_jobinfo_observer();
-    // Deletes the class references through the environment of the last attach, as it stands, then detaches
-    // the calling thread.
+    // Deletes the class references through the destroying thread's own environment.
     ~qsf_fnd_jobinfo_observer() override;
 
     // As the job observer's: the VM, then (attached) the classes and the proxy's methods, the first one
     // missing ending the lookups. Answers a failure of JNI_GetCreatedJavaVMs as it is, 0 when the thread
     // cannot be attached, else the detach's result.
     jint init();
-    bool thread_attach();
-    jint thread_detach();
 
     PLAT_RESULT notify_job_update_log(const XSI_AIS_EVENT_JOB_UPDATE_LOG& event) override;
     PLAT_RESULT notify_print_page_info(const XSI_AIS_EVENT_PRINT_PAGE& event) override;
@@ -45,17 +43,16 @@ public:
 
 protected:
     // Filled by init(); derived observers may substitute the Java classes.
-    JavaVM* m_jvm = nullptr;
-    JNIEnv* m_env = nullptr;
-    jclass m_jcls_jobinfo_proxy = nullptr;
-    jclass m_jcls_print_page_info = nullptr;
-    jclass m_jcls_scan_page_info = nullptr;
-    jclass m_jcls_fax_send_page_info = nullptr;
-    jclass m_jcls_job_log_info = nullptr;
-    jclass m_jcls_interpreter_info = nullptr;
-    jmethodID m_mid_fire_page_event = nullptr;
-    jmethodID m_mid_fire_job_log_event = nullptr;
-    jmethodID m_mid_fire_interpreter_event = nullptr;
+    JavaVM* jvm_ = nullptr;
+    jclass jcls_jobinfo_proxy_ = nullptr;
+    jclass jcls_print_page_info_ = nullptr;
+    jclass jcls_scan_page_info_ = nullptr;
+    jclass jcls_fax_send_page_info_ = nullptr;
+    jclass jcls_job_log_info_ = nullptr;
+    jclass jcls_interpreter_info_ = nullptr;
+    jmethodID mid_fire_page_event_ = nullptr;
+    jmethodID mid_fire_job_log_event_ = nullptr;
+    jmethodID mid_fire_interpreter_event_ = nullptr;
 
 private:
     struct setter {
@@ -64,7 +61,7 @@ private:
         int64_t value;
     };
     // Builds the object of `cls` through `setters` (then, when `with_name`, setJobName with `job_name`) and
-    // hands it to `fire`.
+    // hands it to `fire`, on a thread attached for the event.
     PLAT_RESULT deliver(jclass cls, jmethodID fire, const setter* setters, std::size_t count, bool with_name,
                         const char* job_name);
 };

@@ -6,6 +6,10 @@
 // Run and close window are fired and forgotten; terminate, open window, basis control and the run permission
 // wait for Java's boolean answer. Where the service waits for an answer the observer returns it (basis
 // control, run permission) or sends it through xamf_amo_proxy (run, terminate, open, close).
+//
+// The observer follows the event observers' discipline (event/observer_support.h): identifiers looked up once
+// in init(), the thread held attached for one request, no environment kept, and every request that cannot
+// reach Java (a method init() did not find, a thread that cannot be attached) answered as failed.
 #ifndef JBRG_EVENT_XAMF_AMO_APP_OPERATION_OBSERVER_H
 #define JBRG_EVENT_XAMF_AMO_APP_OPERATION_OBSERVER_H
 
@@ -34,14 +38,13 @@ public:
     static const XAM_AMO_APP_OPE_OBS_CONV_TABLE s_conv_table[6];
 
     xamf_amo_app_operation_observer();
+    // Deletes the class reference through the destroying thread's own environment.
     ~xamf_amo_app_operation_observer() override;
 
     // Finds the process's VM and, on an attached thread, the Java proxy class and its three methods.
     // JNI_GetCreatedJavaVMs' own failure is returned as it is; 0 when the thread cannot be attached;
     // otherwise the result of detaching.
     int init();
-    bool thread_attach(JNIEnv** env);
-    int thread_detach();
 
     void notify_run_app(const char* app_id) override;
     void notify_terminate_app(const char* app_id) override;
@@ -50,13 +53,13 @@ public:
     PLAT_RESULT notify_basis_control(XAM_ADS_BASIS_CONTROL control) override;
     PLAT_RESULT is_enable_run_app() override;
 
-private:
-    JavaVM* vm_ = nullptr;
-    JNIEnv* env_ = nullptr;
-    jclass cls_proxy_ = nullptr;
-    jmethodID mid_fire_app_operation_ = nullptr;           // (ILjava/lang/String;)V
-    jmethodID mid_fire_sync_platform_ = nullptr;           // (I)Z
-    jmethodID mid_fire_sync_app_operation_ = nullptr;      // (ILjava/lang/String;)Z
+protected:
+    // Filled by init().
+    JavaVM* jvm_ = nullptr;
+    jclass jcls_proxy_ = nullptr;
+    jmethodID mid_fire_app_operation_ = nullptr;       // (ILjava/lang/String;)V
+    jmethodID mid_fire_sync_platform_ = nullptr;       // (I)Z
+    jmethodID mid_fire_sync_app_operation_ = nullptr;  // (ILjava/lang/String;)Z
 };
 
 }  // namespace orvane

@@ -76,8 +76,9 @@ qsf_fnd_user_info::~qsf_fnd_user_info() = default;
 JNIEnv* qsf_fnd_user_info::env() const { return env_ == nullptr ? nullptr : CJvm::GetJNIEnv(); }
 
 jobject qsf_fnd_user_info::create_user_info() {
-    if (env() == nullptr) return nullptr;
-    return jni::create_object(JBRG_TRACE_SITE, mid_user_impl_init);
+    JNIEnv* e = env();
+    if (e == nullptr) return nullptr;
+    return jni::create_object(e, JBRG_TRACE_SITE, mid_user_impl_init);
 }
 
 // Hands the attribute to the user; only a UserImpl is given it, as its method is the one looked up.

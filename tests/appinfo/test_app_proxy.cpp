@@ -301,6 +301,7 @@ TEST_F(app_proxy, results_are_converted_by_the_table_and_always_answer_zero) {
 
 TEST_F(app_proxy, the_basis_is_ready_only_for_state_two) {
     xamf_amo_proxy& p = *xamf_amo_proxy::xamf_amo_get_instance();
+    jbrg_sim::clear_calls();  // the singleton's creation, when this test is the first to ask for it
     EXPECT_EQ(0, p.xamf_amo_notify_ovpl_basis_state(orvane::XAMF_AMO_OVPL_BASIS_READY));
     EXPECT_EQ(1, jbrg_sim::apps::basis_state());
     EXPECT_EQ(0, p.xamf_amo_notify_ovpl_basis_state(orvane::XAMF_AMO_OVPL_BASIS_STARTING));

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/harness/bridge_test.h"
+#include "tests/event/event_test.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/smart_card.h"
 #include "tests/event/proxy_records.h"
@@ -19,7 +20,6 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Not;
 
 namespace card = jbrg_sim::smart_card;
 
@@ -46,7 +46,8 @@ std::string hex(const std::vector<uint8_t>& bytes) {
 
 class registration {
 public:
-    explicit registration(bool initialise) : observer_(new orvane::qsf_fnd_acc_observer) {
+    explicit registration(bool initialise, orvane::qsf_fnd_acc_observer* observer = new orvane::qsf_fnd_acc_observer)
+        : observer_(observer) {
         if (initialise) init_result_ = jbrg_sim::deliver_on_new_thread([this] { return observer_->init() ? 1 : 0; });
         xdc_com_std_facade::get_instance()->add_smart_card_observer(observer_.get());
     }
@@ -184,34 +185,40 @@ TEST_F(acc_observer, errors_and_readers_reach_java_and_a_lost_card_does_not) {
                 Contains("smart_card_lost,WARNING : The notification event is not defined."));
 }
 
-TEST_F(acc_observer, an_observer_whose_init_never_ran_traces_each_event_and_sends_nothing) {
-    registration r(false);
-    XDC_COM_STD_SMART_CARD_READER_INFO reader{};
-    EXPECT_EQ(card::card_detected(card::card(ENV_AUTH_IC_CARD_TYPE_B, "12")), 0);
-    EXPECT_EQ(card::card_error(1), 0);
-    EXPECT_EQ(card::reader_added(reader), 0);
-    EXPECT_EQ(card::reader_removed(), 0);
-    EXPECT_THAT(jbrg_test::proxy_received(kAcc), IsEmpty());
-    EXPECT_THAT(jbrg_test::traces_of(kFile),
-                ElementsAre("smart_card_detected,START", "smart_card_detected,card_info.card_type = 1",
-                            "smart_card_detected,card_info.card_id = 12", "smart_card_detected,card_info.card_id_size = 2",
-                            "smart_card_detected,card_info.service_data_exist = 0000",
-                            "smart_card_detected,card_info.service_data_size = 0",
-                            "smart_card_detected,ERROR : could not called init() method.", "smart_card_detected,END",
-                            "smart_card_error_detected,START",
-                            "smart_card_error_detected,ERROR : could not called init() method.",
-                            "smart_card_error_detected,END", "smart_card_reader_added,START",
-                            "smart_card_reader_added,ERROR : could not called init() method.",
-                            "smart_card_reader_added,END", "smart_card_reader_removed,START",
-                            "smart_card_reader_removed,ERROR : could not called init() method.",
-                            "smart_card_reader_removed,END"));
+TEST_F(acc_observer, an_observer_without_its_vm_or_its_identifiers_traces_each_event_and_sends_nothing) {
+    // init() never ran, then init() found the VM but not AccProxy.
+    for (bool knows_vm : {false, true}) {
+        jbrg_sim::clear_traces();
+        registration r(false, knows_vm ? new jbrg_test::without_identifiers<orvane::qsf_fnd_acc_observer>
+                                       : new orvane::qsf_fnd_acc_observer);
+        XDC_COM_STD_SMART_CARD_READER_INFO reader{};
+        EXPECT_EQ(card::card_detected(card::card(ENV_AUTH_IC_CARD_TYPE_B, "12")), 0);
+        EXPECT_EQ(card::card_error(1), 0);
+        EXPECT_EQ(card::reader_added(reader), 0);
+        EXPECT_EQ(card::reader_removed(), 0);
+        EXPECT_THAT(jbrg_test::proxy_received(kAcc), IsEmpty());
+        EXPECT_THAT(jbrg_test::traces_of(kFile),
+                    ElementsAre("smart_card_detected,START", "smart_card_detected,card_info.card_type = 1",
+                                "smart_card_detected,card_info.card_id = 12", "smart_card_detected,card_info.card_id_size = 2",
+                                "smart_card_detected,card_info.service_data_exist = 0000",
+                                "smart_card_detected,card_info.service_data_size = 0",
+                                "smart_card_detected,ERROR : could not called init() method.", "smart_card_detected,END",
+                                "smart_card_error_detected,START",
+                                "smart_card_error_detected,ERROR : could not called init() method.",
+                                "smart_card_error_detected,END", "smart_card_reader_added,START",
+                                "smart_card_reader_added,ERROR : could not called init() method.",
+                                "smart_card_reader_added,END", "smart_card_reader_removed,START",
+                                "smart_card_reader_removed,ERROR : could not called init() method.",
+                                "smart_card_reader_removed,END"));
+    }
 }
 
 TEST_F(acc_observer, a_thread_that_cannot_attach_is_traced_by_attach_and_detach) {
     orvane::qsf_fnd_acc_observer observer;  // no VM: init() never ran
-    EXPECT_EQ(jbrg_sim::deliver("smart_card", [&] { return observer.thread_attach() ? 1 : 0; }), 0);
+    orvane::event_attach scope;
+    EXPECT_EQ(jbrg_sim::deliver("smart_card", [&] { return observer.thread_attach(scope) ? 1 : 0; }), 0);
     jbrg_sim::deliver("smart_card", [&] {
-        observer.thread_detach();
+        observer.thread_detach(scope);
         return 0;
     });
     EXPECT_THAT(jbrg_test::traces_of(kFile),
@@ -226,31 +233,20 @@ TEST_F(acc_observer, the_builders_refuse_missing_arguments) {
     // On an attached platform thread, as during an event.
     jbrg_sim::deliver("smart_card", [&] {
         auto* o = r.get();
-        o->thread_attach();
-        const bool id = o->set_iccard_id(nullptr, "01");
-        jobject info = o->create_iccard_info_obj();
-        const bool no_id = o->set_iccard_id(info, nullptr);
-        const bool type = o->set_iccard_type(nullptr, 0);
-        const bool data = o->set_iccard_data(info, 1, 0, nullptr, 2);
-        o->thread_detach();
+        orvane::event_attach scope;
+        o->thread_attach(scope);
+        JNIEnv* e = scope.env();
+        const bool id = o->set_iccard_id(e, nullptr, "01");
+        jobject info = o->create_iccard_info_obj(e);
+        const bool no_id = o->set_iccard_id(e, info, nullptr);
+        const bool type = o->set_iccard_type(e, nullptr, 0);
+        const bool data = o->set_iccard_data(e, info, 1, 0, nullptr, 2);
+        o->thread_detach(scope);
         return (id || no_id || type || data || info == nullptr) ? 1 : 0;
     });
     EXPECT_EQ(jbrg_test::traces_containing("ERROR : parameter error.").size(), 3u);
     EXPECT_EQ(jbrg_test::traces_containing("ERROR : parameter error (card_info).").size(), 1u);
     EXPECT_THAT(jbrg_test::proxy_received(kAcc), IsEmpty());
-}
-
-TEST_F(acc_observer, the_reader_thread_is_attached_only_for_the_event) {
-    registration r(true);
-    JavaVM* vm = jbrg_test::vm();
-    EXPECT_EQ(card::card_detected(card::card(0, "01")), 0);
-    EXPECT_EQ(jbrg_sim::deliver("smart_card",
-                                [vm] {
-                                    JNIEnv* e = nullptr;
-                                    return vm->GetEnv(reinterpret_cast<void**>(&e), JNI_VERSION_1_2);
-                                }),
-              JNI_EDETACHED);
-    EXPECT_THAT(jbrg_test::proxy_received(kAcc), Not(IsEmpty()));
 }
 
 TEST_F(acc_observer, the_reader_refuses_records_of_the_wrong_size_and_unknown_messages) {

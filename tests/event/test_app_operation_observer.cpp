@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/event/event_test.h"
 #include "tests/harness/bridge_test.h"
 #include "core/cjvm.h"
 #include "jbrg_sim/apps.h"
@@ -27,6 +28,7 @@ protected:
     void SetUp() override {
         bridge_test::SetUp();
         orvane::CJvm::CreateJVM();
+        jbrg_test::unregister_app_operation_observers();
         call_proxy("clear", "()V");
     }
     void TearDown() override {
@@ -38,9 +40,9 @@ protected:
         bridge_test::TearDown();
     }
 
-    // A registered observer, its init() run on a platform thread (init detaches the thread it runs on).
-    xamf_amo_app_operation_observer* observer(bool initialised = true) {
-        auto* o = new xamf_amo_app_operation_observer;
+    // A registered observer (or `o`), its init() run on a platform thread when `initialised`.
+    xamf_amo_app_operation_observer* observer(bool initialised = true,
+                                              xamf_amo_app_operation_observer* o = new xamf_amo_app_operation_observer) {
         if (initialised) {
             EXPECT_EQ(0, jbrg_sim::deliver_on_new_thread([o] { return o->init(); }));
         }
@@ -116,36 +118,37 @@ TEST_F(app_operation_observer, basis_control_and_run_permission_return_javas_ans
                             HasSubstr("[Start] is_enable_run_app"), HasSubstr("[End] is_enable_run_app")));
 }
 
-TEST_F(app_operation_observer, basis_controls_outside_the_table_fail_without_java) {
+TEST_F(app_operation_observer, basis_controls_reach_java_as_events_four_to_nine_and_others_fail_without_it) {
     observer();
+    for (int32_t control = 0; control <= 5; ++control) EXPECT_EQ(0, jbrg_sim::apps::basis_control(control));
     EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(6));
     EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(-1));
-    EXPECT_THAT(received(), IsEmpty());
-    EXPECT_EQ(0, jbrg_sim::apps::basis_control(XAM_ADS_BASIS_CONTROL_SHUTDOWN));
-    EXPECT_THAT(received(), ElementsAre("9"));
+    EXPECT_THAT(received(), ElementsAre("4", "5", "6", "7", "8", "9"));
 }
 
-TEST_F(app_operation_observer, the_conversion_table_maps_controls_to_events_four_to_nine) {
-    std::vector<std::pair<long, int>> rows;
-    for (const auto& r : xamf_amo_app_operation_observer::s_conv_table) rows.emplace_back(r.ads, r.amo);
-    EXPECT_THAT(rows, ElementsAre(std::pair<long, int>{0, 4}, std::pair<long, int>{1, 5},
-                                  std::pair<long, int>{2, 6}, std::pair<long, int>{3, 7},
-                                  std::pair<long, int>{4, 8}, std::pair<long, int>{5, 9}));
-}
-
-TEST_F(app_operation_observer, a_thread_that_cannot_attach_answers_failure) {
-    observer(false);
-    EXPECT_EQ(0, jbrg_sim::apps::run_app("a"));
-    EXPECT_EQ(0, jbrg_sim::apps::terminate_app("b"));
-    EXPECT_EQ(0, jbrg_sim::apps::open_window("c"));
-    EXPECT_EQ(0, jbrg_sim::apps::close_window("d"));
-    EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(XAM_ADS_BASIS_CONTROL_STOP));
-    EXPECT_EQ(kErr, jbrg_sim::apps::is_enable_run_app());
+TEST_F(app_operation_observer, requests_that_cannot_reach_java_are_answered_as_failed) {
+    const std::string err = std::to_string(kErr);
+    // init() never ran (no VM to attach to), then init() found the VM but not AppOperationProxy.
+    for (bool knows_vm : {false, true}) {
+        observer(false, knows_vm ? new jbrg_test::without_identifiers<xamf_amo_app_operation_observer>
+                                 : new xamf_amo_app_operation_observer);
+        jbrg_sim::clear_traces();
+        const std::size_t earlier = results().size();
+        EXPECT_EQ(0, jbrg_sim::apps::run_app("a"));
+        EXPECT_EQ(0, jbrg_sim::apps::terminate_app("b"));
+        EXPECT_EQ(0, jbrg_sim::apps::open_window("c"));
+        EXPECT_EQ(0, jbrg_sim::apps::close_window("d"));
+        EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(XAM_ADS_BASIS_CONTROL_STOP));
+        EXPECT_EQ(kErr, jbrg_sim::apps::is_enable_run_app());
+        const std::vector<std::string> all = results();
+        EXPECT_THAT(std::vector<std::string>(all.begin() + static_cast<std::ptrdiff_t>(earlier), all.end()),
+                    ElementsAre("run_app:a:" + err, "terminate_app:b:" + err, "open_window:c:" + err,
+                                "close_window:d:" + err));
+        EXPECT_THAT(traces_containing(knows_vm ? "[Error] method is not found" : "[Error] thread_attach false"),
+                    ::testing::SizeIs(6));
+        xam_ads_facade::xam_ads_get_instance()->xam_ads_remove_app_operation_observer(registered_.back().first);
+    }
     EXPECT_THAT(received(), IsEmpty());
-    std::string err = std::to_string(kErr);
-    EXPECT_THAT(results(), ElementsAre("run_app:a:" + err, "terminate_app:b:" + err, "open_window:c:" + err,
-                                       "close_window:d:" + err));
-    EXPECT_THAT(traces_containing("[Error] thread_attach false"), ::testing::SizeIs(6));
 }
 
 TEST_F(app_operation_observer, requests_keep_arriving_while_java_answers_on_platform_threads) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/harness/bridge_test.h"
+#include "tests/event/event_test.h"
 #include "core/cjvm.h"
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
@@ -19,7 +20,7 @@ using ::testing::IsEmpty;
 class event_manager : public jbrg_test::bridge_test {
 protected:
     // Calls a static method of EventManagerFlow: the exports then run under a Java frame, as in an
-    // application, so the observers' init() cannot detach the calling thread.
+    // application; the observers' init() runs on that Java thread and leaves it attached.
     jlong create() { return call_long("create", "()J"); }
     bool init(jlong m) { return call_bool("init", m); }
     bool terminate(jlong m) { return call_bool("terminate", m); }
@@ -81,6 +82,7 @@ constexpr const char* kAppProxy = "orvane/qsf/controller/event/proxy/AppOperatio
 
 TEST_F(event_manager, registers_six_observers_and_terminate_removes_five) {
     orvane::CJvm::CreateJVM();
+    jbrg_test::unregister_app_operation_observers();
     clear_java(kJobProxy);
     clear_java(kAppProxy);
     jlong manager = create();

@@ -25,10 +25,10 @@ constexpr int32_t kFailure = PLAT_CODE(0xC1020001);
 // An observer whose Java classes can be swapped for stand-ins that lack a member.
 class substituted_job_observer : public qsf_fnd_job_observer {
 public:
-    void use_job_state_class(jclass global) { m_jcls_job_state = global; }
-    void use_job_class(jclass global) { m_jcls_job = global; }
-    jclass job_state_class() const { return m_jcls_job_state; }
-    jclass job_class() const { return m_jcls_job; }
+    void use_job_state_class(jclass global) { jcls_job_state_ = global; }
+    void use_job_class(jclass global) { jcls_job_ = global; }
+    jclass job_state_class() const { return jcls_job_state_; }
+    jclass job_class() const { return jcls_job_; }
 };
 
 XSI_AIS_JOB_STATE state(dev_ulong kind, dev_ulong end_status, const char* user = "alice") {
@@ -87,7 +87,6 @@ TEST_F(job_observer, states_without_a_constant_send_nothing_and_answer_zero) {
     EXPECT_EQ(0, jbrg_sim::job::notify_job_state_changed(state(3, 0)));
     EXPECT_EQ(0, jbrg_sim::job::notify_job_state_changed(state(0xFFFFFFFF, 0)));
     EXPECT_THAT(received(), IsEmpty());
-    EXPECT_EQ(nullptr, qsf_fnd_job_observer::state_constant(1, 3));
 }
 
 TEST_F(job_observer, the_job_carries_the_record_fields_as_java_ints_and_the_name_up_to_its_field_end) {
@@ -134,20 +133,22 @@ TEST_F(job_observer, prohibition_details_and_service_requests_are_answered_witho
     EXPECT_THAT(received(), IsEmpty());
 }
 
-TEST_F(job_observer, an_observer_whose_init_never_ran_cannot_attach_and_answers_its_failure) {
+TEST_F(job_observer, an_observer_without_its_vm_or_its_identifiers_answers_every_event_with_its_failure) {
     EXPECT_EQ(XSI_AIS_JOB_OK, facade().xsi_ais_job_remove_observer(&observer()));
-    {
-        qsf_fnd_job_observer fresh;
-        ASSERT_EQ(XSI_AIS_JOB_OK, facade().xsi_ais_job_add_observer(&fresh));
+    qsf_fnd_job_observer never_initialised;                           // cannot attach
+    jbrg_test::without_identifiers<qsf_fnd_job_observer> no_proxy;  // init() found no JobProxy
+    for (qsf_fnd_job_observer* o : {static_cast<qsf_fnd_job_observer*>(&never_initialised),
+                                    static_cast<qsf_fnd_job_observer*>(&no_proxy)}) {
+        ASSERT_EQ(XSI_AIS_JOB_OK, facade().xsi_ais_job_add_observer(o));
         EXPECT_EQ(kFailure, jbrg_sim::job::notify_job_state_changed(state(0, 0)));
-        EXPECT_EQ(kFailure, jbrg_sim::job::notify_job_state_changed(state(3, 0))) << "the attach comes first";
+        EXPECT_EQ(kFailure, jbrg_sim::job::notify_job_state_changed(state(3, 0))) << "no constant, still failed";
         EXPECT_EQ(kFailure, jbrg_sim::job::notify_scan_count(1, 2));
         EXPECT_EQ(kFailure, jbrg_sim::job::notify_start_phb(1));
         EXPECT_EQ(kFailure, jbrg_sim::job::notify_disable_info(1));
         EXPECT_EQ(kFailure, jbrg_sim::job::notify_main_message(1));
         XSI_AIS_PHB_INFO info{};
-        EXPECT_EQ(0, jbrg_sim::job::notify_phb_info(1, info)) << "not forwarded, so never attached";
-        EXPECT_EQ(XSI_AIS_JOB_OK, facade().xsi_ais_job_remove_observer(&fresh));
+        EXPECT_EQ(0, jbrg_sim::job::notify_phb_info(1, info)) << "not forwarded";
+        EXPECT_EQ(XSI_AIS_JOB_OK, facade().xsi_ais_job_remove_observer(o));
     }
     EXPECT_THAT(received(), IsEmpty());
     EXPECT_EQ(XSI_AIS_JOB_OK, facade().xsi_ais_job_add_observer(&observer()));

@@ -23,8 +23,8 @@ constexpr int32_t kFailure = PLAT_CODE(0xC1020001);
 
 class substituted_jobinfo_observer : public qsf_fnd_jobinfo_observer {
 public:
-    jclass print_page_class() const { return m_jcls_print_page_info; }
-    void use_print_page_class(jclass global) { m_jcls_print_page_info = global; }
+    jclass print_page_class() const { return jcls_print_page_info_; }
+    void use_print_page_class(jclass global) { jcls_print_page_info_ = global; }
 };
 
 class jobinfo_observer : public jbrg_test::event_test {
@@ -95,17 +95,19 @@ TEST_F(jobinfo_observer, image_log_status_is_not_forwarded) {
     EXPECT_THAT(received(), IsEmpty());
 }
 
-TEST_F(jobinfo_observer, an_observer_whose_init_never_ran_answers_every_event_with_its_failure) {
+TEST_F(jobinfo_observer, an_observer_without_its_vm_or_its_identifiers_answers_every_event_with_its_failure) {
     ASSERT_EQ(XSI_AIS_JOBINFO_OK, facade().xsi_ais_jobinfo_remove_observer(&observer()));
-    {
-        qsf_fnd_jobinfo_observer fresh;
-        ASSERT_EQ(XSI_AIS_JOBINFO_OK, facade().xsi_ais_jobinfo_add_observer(&fresh));
+    qsf_fnd_jobinfo_observer never_initialised;                               // cannot attach
+    jbrg_test::without_identifiers<qsf_fnd_jobinfo_observer> no_proxy;  // init() found no JobInfoProxy
+    for (qsf_fnd_jobinfo_observer* o : {static_cast<qsf_fnd_jobinfo_observer*>(&never_initialised),
+                                        static_cast<qsf_fnd_jobinfo_observer*>(&no_proxy)}) {
+        ASSERT_EQ(XSI_AIS_JOBINFO_OK, facade().xsi_ais_jobinfo_add_observer(o));
         EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_print_page_info(print_page()));
         EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_scan_page_info(XSI_AIS_EVENT_SCAN_PAGE{}));
         EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_fax_send_page_info(XSI_AIS_EVENT_SEND_PAGE{}));
         EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_job_update_log(XSI_AIS_EVENT_JOB_UPDATE_LOG{}));
         EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_renint_start_info(XSI_AIS_EVENT_RENINT_START{}, "name"));
-        EXPECT_EQ(XSI_AIS_JOBINFO_OK, facade().xsi_ais_jobinfo_remove_observer(&fresh));
+        EXPECT_EQ(XSI_AIS_JOBINFO_OK, facade().xsi_ais_jobinfo_remove_observer(o));
     }
     EXPECT_THAT(received(), IsEmpty());
     EXPECT_EQ(XSI_AIS_JOBINFO_OK, facade().xsi_ais_jobinfo_add_observer(&observer()));
