@@ -34,7 +34,7 @@
 #include <string>
 #include <vector>
 
-#include "auth_internal.h"
+#include "jbrg_sim/auth.h"
 #include "sim.h"
 #include "sim_internal.h"
 #include "user_internal.h"
@@ -45,17 +45,6 @@ namespace {
 using json = nlohmann::json;
 
 constexpr long long kDefaultLoginLimit = 8;
-
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario auth: " + what); }
-
-long long integer(const json& object, const char* key, long long fallback, long long low, long long high) {
-    if (!object.contains(key)) return fallback;
-    const json& v = object.at(key);
-    if (!v.is_number_integer()) bad(std::string(key) + " must be an integer");
-    long long n = v.get<long long>();
-    if (n < low || n > high) bad(std::string(key) + " is out of range");
-    return n;
-}
 
 bool known_mode(long long mode) { return mode >= XSI_AIS_AUTH_AUTHMODE_OFF && mode <= XSI_AIS_AUTH_AUTHMODE_NETWORK; }
 bool known_func_mode(long long mode) { return mode == XSI_AIS_MODE_10_VAL_OFF || mode == XSI_AIS_MODE_10_VAL_ON; }
@@ -70,41 +59,27 @@ struct login {
 class auth_service final : public jbrg_sim::service {
 public:
     void load(const json& scenario) override {
-        const json none = json::object();
-        const json& s = scenario.contains("auth") ? scenario.at("auth") : none;
-        if (!s.is_object()) bad("the section must be an object");
-        for (const auto& item : s.items()) {
-            static const char* const keys[] = {"mode", "func_auth_mode", "login_limit", "first_certificate",
-                                               "panel_user", "domain_users"};
-            if (std::none_of(std::begin(keys), std::end(keys), [&](const char* k) { return item.key() == k; })) {
-                bad("unknown key \"" + item.key() + "\"");
-            }
-        }
-        long long mode = integer(s, "mode", XSI_AIS_AUTH_AUTHMODE_LOCAL, INT32_MIN, INT32_MAX);
-        if (!known_mode(mode)) bad("mode is not a mode of the device");
-        long long func_mode = integer(s, "func_auth_mode", XSI_AIS_MODE_10_VAL_OFF, INT32_MIN, INT32_MAX);
-        if (!known_func_mode(func_mode)) bad("func_auth_mode is not a mode of the device");
-        long long limit = integer(s, "login_limit", kDefaultLoginLimit, 0, UINT32_MAX);
-        long long first = integer(s, "first_certificate", 1, 1, UINT32_MAX);
-        std::string panel;
-        if (s.contains("panel_user")) {
-            if (!s.at("panel_user").is_string()) bad("panel_user must be a string");
-            panel = s.at("panel_user").get<std::string>();
-        }
+        const jbrg_sim::scenario_part part(
+            scenario, "auth",
+            {"mode", "func_auth_mode", "login_limit", "first_certificate", "panel_user", "domain_users"});
+        long long mode = part.integer_at("mode", XSI_AIS_AUTH_AUTHMODE_LOCAL, INT32_MIN, INT32_MAX);
+        if (!known_mode(mode)) part.fail("mode is not a mode of the device");
+        long long func_mode = part.integer_at("func_auth_mode", XSI_AIS_MODE_10_VAL_OFF, INT32_MIN, INT32_MAX);
+        if (!known_func_mode(func_mode)) part.fail("func_auth_mode is not a mode of the device");
+        long long limit = part.integer_at("login_limit", kDefaultLoginLimit, 0, UINT32_MAX);
+        long long first = part.integer_at("first_certificate", 1, 1, UINT32_MAX);
+        std::string panel = part.text_at("panel_user");
         std::vector<jbrg_sim::user_account> domain_users;
-        if (s.contains("domain_users")) {
-            if (!s.at("domain_users").is_array()) bad("domain_users must be a list");
-            for (const json& entry : s.at("domain_users")) {
-                std::string where = "domain user " + std::to_string(domain_users.size() + 1);
-                jbrg_sim::user_account user = jbrg_sim::read_account(entry, where);
-                if (user.domain.empty()) bad(where + " has no domain");
-                for (const auto& other : domain_users) {
-                    if (other.login_name == user.login_name && other.domain == user.domain) {
-                        bad(where + " is given twice");
-                    }
+        for (const json& entry : part.list_at("domain_users")) {
+            std::string where = "domain user " + std::to_string(domain_users.size() + 1);
+            jbrg_sim::user_account user = jbrg_sim::read_account(part, entry, where);
+            if (user.domain.empty()) part.fail(where + " has no domain");
+            for (const auto& other : domain_users) {
+                if (other.login_name == user.login_name && other.domain == user.domain) {
+                    part.fail(where + " is given twice");
                 }
-                domain_users.push_back(std::move(user));
             }
+            domain_users.push_back(std::move(user));
         }
 
         mode_ = static_cast<XSI_AIS_AUTH_AUTHMODE>(mode);
@@ -207,10 +182,10 @@ PLAT_RESULT do_rights(const jbrg_sim::op& call, const std::string& login_name, c
 
 }  // namespace
 
-bool jbrg_sim::certificate_valid(dev_ulong id) {
+bool jbrg_sim::auth::logged_in(uint32_t id) {
     jbrg_sim::ensure_loaded();
     auto lock = jbrg_sim::device_lock();
-    return auth().logins.count(id) != 0;
+    return ::auth().logins.count(id) != 0;
 }
 
 // ---- The facade ---------------------------------------------------------------------------------------

@@ -38,6 +38,7 @@
 
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/panel.h"
+#include "scenario.h"
 #include "sim.h"
 #include "sim_internal.h"
 #include "xsi_pbfs_panel.h"
@@ -47,26 +48,6 @@ namespace {
 using json = nlohmann::json;
 
 // ---- The scenario's "panel" section -------------------------------------------------------------------
-
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario panel: " + what); }
-
-void only_keys(const json& object, std::initializer_list<const char*> keys, const std::string& where) {
-    if (!object.is_object()) bad(where + " must be an object");
-    for (const auto& item : object.items()) {
-        if (std::none_of(keys.begin(), keys.end(), [&](const char* k) { return item.key() == k; })) {
-            bad("unknown key \"" + item.key() + "\" in " + where);
-        }
-    }
-}
-
-long long integer(const json& object, const char* key, long long low, long long high, const std::string& where) {
-    if (!object.contains(key)) return 0;
-    const json& v = object.at(key);
-    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
-    const long long n = v.get<long long>();
-    if (n < low || n > high) bad(where + "." + key + " out of range");
-    return n;
-}
 
 struct contents {
     std::set<int> unavailable;
@@ -83,32 +64,22 @@ struct contents {
     bool ext_auth_initialized = false;
     bool j_foundation_started = false;
     unsigned resets_ended = 0;
-    std::vector<xsi_pbfs_panel_observer*> observers;
 };
 
 contents parse(const json& scenario) {
     contents c;
-    if (!scenario.contains("panel")) return c;
-    const json& s = scenario.at("panel");
-    only_keys(s, {"unavailable_screens", "keypad"}, "panel");
-    if (s.contains("unavailable_screens")) {
-        const json& list = s.at("unavailable_screens");
-        if (!list.is_array()) bad("unavailable_screens must be a list");
-        for (const json& v : list) {
-            if (!v.is_number_integer()) bad("unavailable_screens holds integers");
-            const long long n = v.get<long long>();
-            if (n < 0 || n >= XSI_PBFS_PANEL_DISPLAY_TYPE_COUNT) bad("unknown screen " + std::to_string(n));
-            c.unavailable.insert(static_cast<int>(n));
-        }
+    const jbrg_sim::scenario_part part(scenario, "panel", {"unavailable_screens", "keypad"});
+    for (const json& v : part.list_at("unavailable_screens")) {
+        c.unavailable.insert(static_cast<int>(part.integer(v, 0, XSI_PBFS_PANEL_DISPLAY_TYPE_COUNT - 1, "a screen")));
     }
-    if (s.contains("keypad")) {
-        const json& k = s.at("keypad");
-        only_keys(k, {"display_mode", "layout", "position", "x", "y"}, "keypad");
-        c.keypad.display_mode = static_cast<dev_ulong>(integer(k, "display_mode", 0, 1, "keypad"));
-        c.keypad.layout = static_cast<dev_ulong>(integer(k, "layout", 0, 2, "keypad"));
-        c.keypad.position = static_cast<dev_ulong>(integer(k, "position", 0, 2, "keypad"));
-        c.keypad.x = static_cast<uint16_t>(integer(k, "x", 0, 65535, "keypad"));
-        c.keypad.y = static_cast<uint16_t>(integer(k, "y", 0, 65535, "keypad"));
+    if (part.has("keypad")) {
+        const json& k = part.section().at("keypad");
+        part.only_keys(k, {"display_mode", "layout", "position", "x", "y"}, "keypad");
+        c.keypad.display_mode = static_cast<dev_ulong>(part.integer_at(k, "display_mode", 0, 0, 1, "keypad"));
+        c.keypad.layout = static_cast<dev_ulong>(part.integer_at(k, "layout", 0, 0, 2, "keypad"));
+        c.keypad.position = static_cast<dev_ulong>(part.integer_at(k, "position", 0, 0, 2, "keypad"));
+        c.keypad.x = static_cast<uint16_t>(part.integer_at(k, "x", 0, 0, 65535, "keypad"));
+        c.keypad.y = static_cast<uint16_t>(part.integer_at(k, "y", 0, 0, 65535, "keypad"));
     }
     return c;
 }
@@ -117,14 +88,11 @@ contents parse(const json& scenario) {
 
 class panel_service final : public jbrg_sim::service {
 public:
-    void load(const json& scenario) override {
-        // Registered observers belong to the processes that registered them, not to the scenario.
-        std::vector<xsi_pbfs_panel_observer*> kept = std::move(state.observers);
-        state = parse(scenario);
-        state.observers = std::move(kept);
-    }
+    void load(const json& scenario) override { state = parse(scenario); }
 
     contents state;
+    // Registered observers belong to the processes that registered them, not to the scenario.
+    jbrg_sim::observer_list<xsi_pbfs_panel_observer> observers;
 };
 
 panel_service& the_panel() {
@@ -158,11 +126,7 @@ bool screen_known(XSI_PBFS_PANEL_DISPLAY_TYPE type) { return type >= 0 && type <
 // Hands one message to every registered observer on the panel's IPC thread.
 int32_t send(uint32_t msg_id, std::string data) {
     return jbrg_sim::deliver("panel", [msg_id, data = std::move(data)]() mutable -> int32_t {
-        std::vector<xsi_pbfs_panel_observer*> observers;
-        {
-            auto lock = jbrg_sim::device_lock();
-            observers = the_panel().state.observers;
-        }
+        const std::vector<xsi_pbfs_panel_observer*> observers = the_panel().observers.snapshot();
         int32_t answer = 0;
         for (xsi_pbfs_panel_observer* o : observers) {
             gen_ipc_msghdr header{msg_id, 0x0701u, static_cast<dev_ulong>(data.size()), 0};
@@ -279,23 +243,14 @@ PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_add_observer(xsi_pbfs_panel_ob
     jbrg_sim::op call("xsi_pbfs_panel_add_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
     if (observer == nullptr) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
-    auto& list = the_panel().state.observers;
-    if (std::find(list.begin(), list.end(), observer) != list.end()) return XSI_PBFS_PANEL_DUPL_OBSERVER;
-    list.push_back(observer);
-    return XSI_PBFS_PANEL_OK;
+    return the_panel().observers.add(observer) ? XSI_PBFS_PANEL_OK : XSI_PBFS_PANEL_DUPL_OBSERVER;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_remove_observer(xsi_pbfs_panel_observer* observer) {
     jbrg_sim::op call("xsi_pbfs_panel_remove_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
     if (observer == nullptr) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
-    auto& list = the_panel().state.observers;
-    auto at = std::find(list.begin(), list.end(), observer);
-    if (at == list.end()) return XSI_PBFS_PANEL_NO_OBSERVER;
-    list.erase(at);
-    return XSI_PBFS_PANEL_OK;
+    return the_panel().observers.remove(observer) ? XSI_PBFS_PANEL_OK : XSI_PBFS_PANEL_NO_OBSERVER;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_view_update(const char* app_id,
@@ -454,11 +409,7 @@ int32_t notify_appl_start(const std::string& app_id) { return send(XSI_PBFS_PANE
 int32_t notify_appl_stop(const std::string& app_id) { return send(XSI_PBFS_PANEL_MSG_APPL_STOP, app_id); }
 int32_t notify(uint32_t msg_id, const std::string& data) { return send(msg_id, data); }
 
-std::size_t observers() {
-    ensure_loaded();
-    auto lock = device_lock();
-    return ::the_panel().state.observers.size();
-}
+std::size_t observers() { return ::the_panel().observers.size(); }
 
 namespace {
 template <class T>

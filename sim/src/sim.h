@@ -14,6 +14,7 @@
 #ifndef JBRG_SIM_SIM_H
 #define JBRG_SIM_SIM_H
 
+#include <algorithm>
 #include <cstdint>
 #include <mutex>
 #include <nlohmann/json.hpp>
@@ -80,6 +81,57 @@ public:
     virtual ~service() = default;
     // Called under the device lock with the scenario's JSON (an empty object for the empty device).
     virtual void load(const nlohmann::json& scenario) = 0;
+};
+
+// ---- Observers registered with a service ------------------------------------------------------------------
+
+// What the running processes registered with the device (their observers). It is not the device's content:
+// a scenario load keeps it. A reset powers the device on again, and the device forgets every registration.
+class registrations {
+public:
+    registrations();  // registers the list with the device, for reset
+    virtual ~registrations() = default;
+    // Called by reset().
+    virtual void forget() = 0;
+};
+
+// The observers of one service, in registration order. Kept apart from the device lock, so that a
+// notification can run without it and its observer may call back into the device.
+template <class T>
+class observer_list final : public registrations {
+public:
+    // False when `observer` is registered already.
+    bool add(T* observer) {
+        std::lock_guard<std::mutex> guard(mutex_);
+        if (std::find(list_.begin(), list_.end(), observer) != list_.end()) return false;
+        list_.push_back(observer);
+        return true;
+    }
+    // False when `observer` is not registered.
+    bool remove(T* observer) {
+        std::lock_guard<std::mutex> guard(mutex_);
+        auto at = std::find(list_.begin(), list_.end(), observer);
+        if (at == list_.end()) return false;
+        list_.erase(at);
+        return true;
+    }
+    // The observers registered now; a notification goes to these.
+    std::vector<T*> snapshot() const {
+        std::lock_guard<std::mutex> guard(mutex_);
+        return list_;
+    }
+    std::size_t size() const {
+        std::lock_guard<std::mutex> guard(mutex_);
+        return list_.size();
+    }
+    void forget() override {
+        std::lock_guard<std::mutex> guard(mutex_);
+        list_.clear();
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<T*> list_;
 };
 
 }  // namespace jbrg_sim

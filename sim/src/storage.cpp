@@ -52,6 +52,7 @@
 #include <vector>
 
 #include "jbrg_sim/control.h"
+#include "scenario.h"
 #include "sim.h"
 #include "sim_internal.h"
 #include "xdc_strg.h"
@@ -173,102 +174,60 @@ int copy_out(const std::string& text, char* buffer, dev_ulong capacity) {
 
 // ---- The scenario's "storage" section -----------------------------------------------------------------
 
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario storage: " + what); }
-
-void only_keys(const json& object, std::initializer_list<const char*> keys, const std::string& where) {
-    if (!object.is_object()) bad(where + " must be an object");
-    for (const auto& item : object.items()) {
-        if (std::none_of(keys.begin(), keys.end(), [&](const char* k) { return item.key() == k; })) {
-            bad("unknown key \"" + item.key() + "\" in " + where);
-        }
-    }
-}
-
-long long integer(const json& object, const char* key, long long fallback, long long low, long long high,
-                  const std::string& where) {
-    if (!object.contains(key)) return fallback;
-    const json& v = object.at(key);
-    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
-    long long n = v.get<long long>();
-    if (n < low || n > high) bad(where + "." + key + " is out of range");
-    return n;
-}
-
-bool flag(const json& object, const char* key, bool fallback, const std::string& where) {
-    if (!object.contains(key)) return fallback;
-    if (!object.at(key).is_boolean()) bad(where + "." + key + " must be true or false");
-    return object.at(key).get<bool>();
-}
-
 layout parse(const json& scenario) {
     layout l;
-    const json none = json::object();
-    const json& s = scenario.contains("storage") ? scenario.at("storage") : none;
-    only_keys(s, {"areas", "files", "statfs", "disks"}, "storage");
+    const jbrg_sim::scenario_part part(scenario, "storage", {"areas", "files", "statfs", "disks"});
 
-    if (!s.contains("areas")) {
+    if (!part.has("areas")) {
         for (int id : {45, 43, 100, 22, 17, 16}) l.areas[id] = area_state{};
-    } else {
-        if (!s.at("areas").is_array()) bad("areas must be a list");
-        for (const json& a : s.at("areas")) {
-            only_keys(a, {"id", "mounted", "read_only"}, "an area");
-            if (!a.contains("id")) bad("an area has no id");
-            int id = static_cast<int>(integer(a, "id", 0, INT_MIN, INT_MAX, "area"));
-            std::string where = "area " + std::to_string(id);
-            if (l.areas.count(id) != 0) bad(where + " is defined twice");
-            l.areas[id] = area_state{flag(a, "mounted", true, where), flag(a, "read_only", false, where)};
-        }
+    }
+    for (const json& a : part.list_at("areas")) {
+        part.only_keys(a, {"id", "mounted", "read_only"}, "an area");
+        if (!a.contains("id")) part.fail("an area has no id");
+        int id = static_cast<int>(part.integer_at(a, "id", 0, INT_MIN, INT_MAX, "area"));
+        std::string where = "area " + std::to_string(id);
+        if (l.areas.count(id) != 0) part.fail(where + " is defined twice");
+        l.areas[id] = area_state{part.flag_at(a, "mounted", true, where), part.flag_at(a, "read_only", false, where)};
     }
 
-    if (s.contains("files")) {
-        if (!s.at("files").is_array()) bad("files must be a list");
-        for (const json& f : s.at("files")) {
-            only_keys(f, {"area", "path", "text", "dir", "attributes", "mtime"}, "a file");
-            file_entry e;
-            if (!f.contains("area") || !f.contains("path") || !f.at("path").is_string()) {
-                bad("a file needs an area and a path");
-            }
-            std::string given = f.at("path").get<std::string>();
-            std::string where = "file \"" + given + "\"";
-            e.area = static_cast<int>(integer(f, "area", 0, INT_MIN, INT_MAX, where));
-            if (l.areas.count(e.area) == 0) {
-                bad(where + " is in area " + std::to_string(e.area) + ", which is not defined");
-            }
-            std::optional<std::string> path = normalise(given.c_str());
-            if (!path || path->empty()) bad(where + " is not a path inside its area");
-            e.path = *path;
-            e.dir = flag(f, "dir", false, where);
-            if (f.contains("text")) {
-                if (e.dir) bad(where + " is a directory and cannot have text");
-                if (!f.at("text").is_string()) bad(where + ".text must be a string");
-                e.text = f.at("text").get<std::string>();
-            }
-            e.attributes = static_cast<unsigned>(integer(f, "attributes", 0, 0, 255, where)) & kAttributeMask;
-            if (f.contains("mtime")) e.mtime = integer(f, "mtime", 0, 0, UINT32_MAX, where);
-            l.files.push_back(std::move(e));
+    for (const json& f : part.list_at("files")) {
+        part.only_keys(f, {"area", "path", "text", "dir", "attributes", "mtime"}, "a file");
+        file_entry e;
+        if (!f.contains("area") || !f.contains("path") || !f.at("path").is_string()) {
+            part.fail("a file needs an area and a path");
         }
+        std::string given = f.at("path").get<std::string>();
+        std::string where = "file \"" + given + "\"";
+        e.area = static_cast<int>(part.integer_at(f, "area", 0, INT_MIN, INT_MAX, where));
+        if (l.areas.count(e.area) == 0) {
+            part.fail(where + " is in area " + std::to_string(e.area) + ", which is not defined");
+        }
+        std::optional<std::string> path = normalise(given.c_str());
+        if (!path || path->empty()) part.fail(where + " is not a path inside its area");
+        e.path = *path;
+        e.dir = part.flag_at(f, "dir", false, where);
+        if (f.contains("text")) {
+            if (e.dir) part.fail(where + " is a directory and cannot have text");
+            e.text = part.text_at(f, "text", where);
+        }
+        e.attributes = static_cast<unsigned>(part.integer_at(f, "attributes", 0, 0, 255, where)) & kAttributeMask;
+        if (f.contains("mtime")) e.mtime = part.integer_at(f, "mtime", 0, 0, UINT32_MAX, where);
+        l.files.push_back(std::move(e));
     }
 
-    if (s.contains("statfs")) {
-        const json& st = s.at("statfs");
-        only_keys(st, {"block_size", "blocks", "free", "available"}, "statfs");
+    if (part.has("statfs")) {
+        const json& st = part.section().at("statfs");
+        part.only_keys(st, {"block_size", "blocks", "free", "available"}, "statfs");
         auto number = [&](const char* key, dev_ulong fallback) {
-            return static_cast<dev_ulong>(integer(st, key, fallback, 0, UINT32_MAX, "statfs"));
+            return static_cast<dev_ulong>(part.integer_at(st, key, fallback, 0, UINT32_MAX, "statfs"));
         };
         l.statfs = XDC_STRG_STATFS{number("block_size", l.statfs.block_size), number("blocks", l.statfs.blocks),
                                    number("free", l.statfs.free), number("available", l.statfs.available)};
     }
 
-    if (!s.contains("disks")) {
-        l.disks = {0, 1, 2};
-    } else {
-        if (!s.at("disks").is_array()) bad("disks must be a list");
-        for (const json& d : s.at("disks")) {
-            if (!d.is_number_integer()) bad("disk ids must be integers");
-            long long id = d.get<long long>();
-            if (id < INT_MIN || id > INT_MAX) bad("a disk id is out of range");
-            l.disks.insert(static_cast<int>(id));
-        }
+    if (!part.has("disks")) l.disks = {0, 1, 2};
+    for (const json& d : part.list_at("disks")) {
+        l.disks.insert(static_cast<int>(part.integer(d, INT_MIN, INT_MAX, "a disk id")));
     }
     return l;
 }
