@@ -186,9 +186,9 @@ void copy_text(char (&field)[N], const std::string& text) {
     copy_text(field, N, text);
 }
 
+// Under the device lock, as the helpers of the facade below.
 PLAT_RESULT detail_of(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail, std::optional<int32_t> lang) {
     if (app_id == nullptr || detail == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     std::memset(detail, 0, sizeof *detail);
@@ -211,7 +211,6 @@ PLAT_RESULT detail_of(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail, std::
 
 PLAT_RESULT record_result(const char* request, const char* app_id, XAM_ADS_RETCODE code) {
     if (app_id == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     app_state().results.push_back(jbrg_sim::apps::result{request, app_id, code});
     return XAM_ADS_RESULT_OK;
 }
@@ -293,15 +292,12 @@ xam_ads_facade* xam_ads_facade::xam_ads_get_instance() {
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_app_num_info(XAM_ADS_APP_TYPE type, dev_ulong* num) {
-    jbrg_sim::op call("xam_ads_get_app_num_info", type, static_cast<const void*>(num));
+    jbrg_sim::locked_op call("xam_ads_get_app_num_info", type, static_cast<const void*>(num));
     if (call.forced()) return call.result();
     if (num == nullptr) return XAM_ADS_RESULT_PARAM;
-    {
-        auto lock = jbrg_sim::device_lock();
-        *num = static_cast<dev_ulong>(std::count_if(app_state().apps.begin(), app_state().apps.end(), [&](const installed_app& a) {
-            return type == XAM_ADS_APP_TYPE_ALL || a.type == type;
-        }));
-    }
+    *num = static_cast<dev_ulong>(std::count_if(app_state().apps.begin(), app_state().apps.end(), [&](const installed_app& a) {
+        return type == XAM_ADS_APP_TYPE_ALL || a.type == type;
+    }));
     call.out("num", num);
     return XAM_ADS_RESULT_OK;
 }
@@ -309,63 +305,56 @@ PLAT_RESULT xam_ads_facade::xam_ads_get_app_num_info(XAM_ADS_APP_TYPE type, dev_
 PLAT_RESULT xam_ads_facade::xam_ads_get_app_list(XAM_ADS_APP_TYPE type, dev_ulong start, dev_ulong count,
                                                  XAM_ADS_APP_INFO* list, dev_ulong* out_count, ENV_LANG_VAL lang,
                                                  dev_ulong reserved) {
-    jbrg_sim::op call("xam_ads_get_app_list", type, start, count, static_cast<const void*>(list),
-                      static_cast<const void*>(out_count), lang, reserved);
+    jbrg_sim::locked_op call("xam_ads_get_app_list", type, start, count, static_cast<const void*>(list),
+                             static_cast<const void*>(out_count), lang, reserved);
     if (call.forced()) return call.result();
     if (out_count == nullptr || (list == nullptr && count > 0) || reserved != 0) return XAM_ADS_RESULT_PARAM;
-    {
-        auto lock = jbrg_sim::device_lock();
-        dev_ulong index = 0;
-        dev_ulong written = 0;
-        for (const installed_app& a : app_state().apps) {
-            if (type != XAM_ADS_APP_TYPE_ALL && a.type != type) continue;
-            if (index++ < start) continue;
-            if (written == count) break;
-            XAM_ADS_APP_INFO& r = list[written++];
-            std::memset(&r, 0, sizeof r);
-            copy_text(r.app_id, a.id);
-            copy_text(r.app_name, a.name_in(lang));
-            copy_text(r.version, a.version);
-            r.execution_state = a.state;
-        }
-        *out_count = written;
+    dev_ulong index = 0;
+    dev_ulong written = 0;
+    for (const installed_app& a : app_state().apps) {
+        if (type != XAM_ADS_APP_TYPE_ALL && a.type != type) continue;
+        if (index++ < start) continue;
+        if (written == count) break;
+        XAM_ADS_APP_INFO& r = list[written++];
+        std::memset(&r, 0, sizeof r);
+        copy_text(r.app_id, a.id);
+        copy_text(r.app_name, a.name_in(lang));
+        copy_text(r.version, a.version);
+        r.execution_state = a.state;
     }
+    *out_count = written;
     call.out("out_count", out_count);
     return XAM_ADS_RESULT_OK;
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_app_info_detail(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail) {
-    jbrg_sim::op call("xam_ads_get_app_info_detail", app_id, static_cast<const void*>(detail));
+    jbrg_sim::locked_op call("xam_ads_get_app_info_detail", app_id, static_cast<const void*>(detail));
     if (call.forced()) return call.result();
     return detail_of(app_id, detail, std::nullopt);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_app_info_detail(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail,
                                                         ENV_LANG_VAL lang) {
-    jbrg_sim::op call("xam_ads_get_app_info_detail", app_id, static_cast<const void*>(detail), lang);
+    jbrg_sim::locked_op call("xam_ads_get_app_info_detail", app_id, static_cast<const void*>(detail), lang);
     if (call.forced()) return call.result();
     return detail_of(app_id, detail, lang);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_library_num(const char* app_id, dev_ulong* num) {
-    jbrg_sim::op call("xam_ads_get_library_num", app_id, static_cast<const void*>(num));
+    jbrg_sim::locked_op call("xam_ads_get_library_num", app_id, static_cast<const void*>(num));
     if (call.forced()) return call.result();
     if (app_id == nullptr || num == nullptr) return XAM_ADS_RESULT_PARAM;
-    {
-        auto lock = jbrg_sim::device_lock();
-        installed_app* a = app_state().find(app_id);
-        if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
-        *num = static_cast<dev_ulong>(a->libraries.size());
-    }
+    installed_app* a = app_state().find(app_id);
+    if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
+    *num = static_cast<dev_ulong>(a->libraries.size());
     call.out("num", num);
     return XAM_ADS_RESULT_OK;
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_library_list(const char* app_id, dev_ulong num, char* list) {
-    jbrg_sim::op call("xam_ads_get_library_list", app_id, num, static_cast<const void*>(list));
+    jbrg_sim::locked_op call("xam_ads_get_library_list", app_id, num, static_cast<const void*>(list));
     if (call.forced()) return call.result();
     if (app_id == nullptr || (list == nullptr && num > 0)) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     // As many names as the caller has slots for; the slots beyond the application's libraries are left alone.
@@ -375,10 +364,9 @@ PLAT_RESULT xam_ads_facade::xam_ads_get_library_list(const char* app_id, dev_ulo
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_start_app(const char* app_id) {
-    jbrg_sim::op call("xam_ads_start_app", app_id);
+    jbrg_sim::locked_op call("xam_ads_start_app", app_id);
     if (call.forced()) return call.result();
     if (app_id == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     if (a->state != XAM_ADS_LIST_STATE_STOPPED) return XAM_ADS_RESULT_STATE;
@@ -388,10 +376,9 @@ PLAT_RESULT xam_ads_facade::xam_ads_start_app(const char* app_id) {
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_stop_app(const char* app_id) {
-    jbrg_sim::op call("xam_ads_stop_app", app_id);
+    jbrg_sim::locked_op call("xam_ads_stop_app", app_id);
     if (call.forced()) return call.result();
     if (app_id == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     if (a->state == XAM_ADS_LIST_STATE_STOPPED) return XAM_ADS_RESULT_STATE;
@@ -401,10 +388,9 @@ PLAT_RESULT xam_ads_facade::xam_ads_stop_app(const char* app_id) {
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_set_config_url(const char* app_id, const char* url) {
-    jbrg_sim::op call("xam_ads_set_config_url", app_id, url);
+    jbrg_sim::locked_op call("xam_ads_set_config_url", app_id, url);
     if (call.forced()) return call.result();
     if (app_id == nullptr || url == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     a->config_url = url;
@@ -412,54 +398,51 @@ PLAT_RESULT xam_ads_facade::xam_ads_set_config_url(const char* app_id, const cha
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_run_app_result(const char* app_id, XAM_ADS_RETCODE result) {
-    jbrg_sim::op call("xam_ads_notify_run_app_result", app_id, jbrg_sim::arg_text(result));
+    jbrg_sim::locked_op call("xam_ads_notify_run_app_result", app_id, jbrg_sim::arg_text(result));
     if (call.forced()) return call.result();
     return record_result("run_app", app_id, result);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_terminate_app_result(const char* app_id, XAM_ADS_RETCODE result) {
-    jbrg_sim::op call("xam_ads_notify_terminate_app_result", app_id, jbrg_sim::arg_text(result));
+    jbrg_sim::locked_op call("xam_ads_notify_terminate_app_result", app_id, jbrg_sim::arg_text(result));
     if (call.forced()) return call.result();
     return record_result("terminate_app", app_id, result);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_open_window_result(const char* app_id, XAM_ADS_RETCODE result) {
-    jbrg_sim::op call("xam_ads_notify_open_window_result", app_id, jbrg_sim::arg_text(result));
+    jbrg_sim::locked_op call("xam_ads_notify_open_window_result", app_id, jbrg_sim::arg_text(result));
     if (call.forced()) return call.result();
     return record_result("open_window", app_id, result);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_close_window_result(const char* app_id, XAM_ADS_RETCODE result) {
-    jbrg_sim::op call("xam_ads_notify_close_window_result", app_id, jbrg_sim::arg_text(result));
+    jbrg_sim::locked_op call("xam_ads_notify_close_window_result", app_id, jbrg_sim::arg_text(result));
     if (call.forced()) return call.result();
     return record_result("close_window", app_id, result);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_ovpl_basis_state(XAM_ADS_BASIS_TYPE type, XAM_ADS_BASIS_STATE state) {
-    jbrg_sim::op call("xam_ads_notify_ovpl_basis_state", type, state);
+    jbrg_sim::locked_op call("xam_ads_notify_ovpl_basis_state", type, state);
     if (call.forced()) return call.result();
     if (type != XAM_ADS_BASIS_TYPE_JAVA) return XAM_ADS_RESULT_PARAM;
     if (state != XAM_ADS_BASIS_STATE_NOT_READY && state != XAM_ADS_BASIS_STATE_READY) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     app_state().basis_state = state;
     return XAM_ADS_RESULT_OK;
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_add_app_operation_observer(xam_ads_app_operation_observer* observer,
                                                                XAM_ADS_BASIS_TYPE type, dev_ulong& id) {
-    jbrg_sim::op call("xam_ads_add_app_operation_observer", static_cast<const void*>(observer), type);
+    jbrg_sim::locked_op call("xam_ads_add_app_operation_observer", static_cast<const void*>(observer), type);
     if (call.forced()) return call.result();
     if (observer == nullptr || type != XAM_ADS_BASIS_TYPE_JAVA) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     id = app_state().next_registration++;
     app_state().observers.emplace_back(id, observer);
     return XAM_ADS_RESULT_OK;
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_remove_app_operation_observer(dev_ulong id) {
-    jbrg_sim::op call("xam_ads_remove_app_operation_observer", id);
+    jbrg_sim::locked_op call("xam_ads_remove_app_operation_observer", id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     auto& list = app_state().observers;
     auto it = std::find_if(list.begin(), list.end(), [&](const auto& r) { return r.first == id; });
     if (it == list.end()) return XAM_ADS_RESULT_ERR;

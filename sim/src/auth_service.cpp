@@ -150,10 +150,10 @@ auth_service& auth() {
 
 const void* ptr(const void* p) { return p; }
 
+// The operations' common parts, under the device lock their operation holds.
 PLAT_RESULT do_login(const jbrg_sim::op& call, const std::string& login_name, const std::string& password,
                      XSI_AIS_AUTH_AUTHMODE mode, const std::string& domain, dev_ulong* cert_id) {
     if (cert_id == nullptr || !known_mode(mode)) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     auth_service& a = auth();
     const jbrg_sim::user_account* user = nullptr;
     PLAT_RESULT result = a.check(login_name, password, domain, user);
@@ -163,14 +163,12 @@ PLAT_RESULT do_login(const jbrg_sim::op& call, const std::string& login_name, co
 }
 
 PLAT_RESULT do_logout(dev_ulong cert_id) {
-    auto lock = jbrg_sim::device_lock();
     return auth().logins.erase(cert_id) == 1 ? XSI_AIS_AUTH_OK : XSI_AIS_AUTH_ERR_INVALID_CERTIFICATE;
 }
 
 PLAT_RESULT do_rights(const jbrg_sim::op& call, const std::string& login_name, const std::string& password,
                       const std::string& domain, XSI_AIS_AUTH_RIGHTS* rights) {
     if (rights == nullptr) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     const jbrg_sim::user_account* user = nullptr;
     PLAT_RESULT result = auth().check(login_name, password, domain, user);
     dev_long value = static_cast<dev_long>(*rights);
@@ -199,7 +197,7 @@ xsi_ais_auth_facade* xsi_ais_auth_facade::xsi_ais_auth_get_instance() {
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_account_login(const std::string& login_name,
                                                             const std::string& password, XSI_AIS_AUTH_AUTHMODE mode,
                                                             dev_ulong* cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_account_login", login_name, password, mode, ptr(cert_id));
+    jbrg_sim::locked_op call("xsi_ais_auth_account_login", login_name, password, mode, ptr(cert_id));
     if (call.forced()) return call.result();
     return do_login(call, login_name, password, mode, std::string(), cert_id);
 }
@@ -207,29 +205,28 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_account_login(const std::string& l
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_account_login(const std::string& login_name,
                                                             const std::string& password, XSI_AIS_AUTH_AUTHMODE mode,
                                                             const std::string& domain, dev_ulong* cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_account_login", login_name, password, mode, domain, ptr(cert_id));
+    jbrg_sim::locked_op call("xsi_ais_auth_account_login", login_name, password, mode, domain, ptr(cert_id));
     if (call.forced()) return call.result();
     return do_login(call, login_name, password, mode, domain, cert_id);
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_logout(dev_ulong cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_logout", cert_id);
+    jbrg_sim::locked_op call("xsi_ais_auth_logout", cert_id);
     if (call.forced()) return call.result();
     return do_logout(cert_id);
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_logout_bkg(dev_ulong cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_logout_bkg", cert_id);
+    jbrg_sim::locked_op call("xsi_ais_auth_logout_bkg", cert_id);
     if (call.forced()) return call.result();
     return do_logout(cert_id);
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_userinfo(XSI_AIS_AUTH_USERKIND kind,
                                                            XSI_AIS_USERINFO_RECORD& info) {
-    jbrg_sim::op call("xsi_ais_auth_get_userinfo", kind, ptr(&info));
+    jbrg_sim::locked_op call("xsi_ais_auth_get_userinfo", kind, ptr(&info));
     if (call.forced()) return call.result();
     if (kind != XSI_AIS_AUTH_USERKIND_PANEL && kind != XSI_AIS_AUTH_USERKIND_LATEST) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     const jbrg_sim::user_account* user = auth().user_of(kind);
     if (user == nullptr) return XSI_AIS_AUTH_ERR_NOT_FOUND;
     std::memset(&info, 0, sizeof info);
@@ -251,10 +248,9 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_userinfo(XSI_AIS_AUTH_USERKIND
 
 // Out "mode": the device's authentication mode.
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_authentication_mode(XSI_AIS_AUTH_AUTHMODE* mode) {
-    jbrg_sim::op call("xsi_ais_auth_get_authentication_mode", ptr(mode));
+    jbrg_sim::locked_op call("xsi_ais_auth_get_authentication_mode", ptr(mode));
     if (call.forced()) return call.result();
     if (mode == nullptr) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     dev_long value = auth().mode_;
     call.out("mode", &value);
     *mode = static_cast<XSI_AIS_AUTH_AUTHMODE>(value);
@@ -262,10 +258,9 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_authentication_mode(XSI_AIS_AU
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_set_authentication_mode(XSI_AIS_AUTH_AUTHMODE mode) {
-    jbrg_sim::op call("xsi_ais_auth_set_authentication_mode", mode);
+    jbrg_sim::locked_op call("xsi_ais_auth_set_authentication_mode", mode);
     if (call.forced()) return call.result();
     if (!known_mode(mode)) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     auth().mode_ = mode;
     return XSI_AIS_AUTH_OK;
 }
@@ -273,24 +268,23 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_set_authentication_mode(XSI_AIS_AU
 // Out "rights": the user's rights.
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_rights(const std::string& login_name, const std::string& password,
                                                          XSI_AIS_AUTH_RIGHTS* rights) {
-    jbrg_sim::op call("xsi_ais_auth_get_rights", login_name, password, ptr(rights));
+    jbrg_sim::locked_op call("xsi_ais_auth_get_rights", login_name, password, ptr(rights));
     if (call.forced()) return call.result();
     return do_rights(call, login_name, password, std::string(), rights);
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_rights(const std::string& login_name, const std::string& password,
                                                          const std::string& domain, XSI_AIS_AUTH_RIGHTS* rights) {
-    jbrg_sim::op call("xsi_ais_auth_get_rights", login_name, password, domain, ptr(rights));
+    jbrg_sim::locked_op call("xsi_ais_auth_get_rights", login_name, password, domain, ptr(rights));
     if (call.forced()) return call.result();
     return do_rights(call, login_name, password, domain, rights);
 }
 
 // Out "cert_id": the new certificate id.
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_idm_login(const char* card_data, dev_ulong* cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_idm_login", card_data, ptr(cert_id));
+    jbrg_sim::locked_op call("xsi_ais_auth_idm_login", card_data, ptr(cert_id));
     if (call.forced()) return call.result();
     if (card_data == nullptr || cert_id == nullptr) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     const jbrg_sim::user_account* user = jbrg_sim::find_card_account(card_data);
     PLAT_RESULT result = user == nullptr ? XSI_AIS_AUTH_ERR_NOT_FOUND : auth().begin(*user, *cert_id);
     call.out("cert_id", cert_id);
@@ -298,10 +292,9 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_idm_login(const char* card_data, d
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_set_func_auth_mode(XSI_AIS_MODE_10_VAL mode) {
-    jbrg_sim::op call("xsi_ais_auth_set_func_auth_mode", mode);
+    jbrg_sim::locked_op call("xsi_ais_auth_set_func_auth_mode", mode);
     if (call.forced()) return call.result();
     if (!known_func_mode(mode)) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     auth().func_mode_ = mode;
     return XSI_AIS_AUTH_OK;
 }

@@ -171,10 +171,9 @@ xsi_pbfs_dept_facade* xsi_pbfs_dept_facade::xsi_pbfs_dept_get_instance() {
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_add_hide_dept(const XSI_PBFS_DEPT_DEPTINFO& info) {
-    jbrg_sim::op call("xsi_pbfs_dept_add_hide_dept", static_cast<const void*>(&info));
+    jbrg_sim::locked_op call("xsi_pbfs_dept_add_hide_dept", static_cast<const void*>(&info));
     if (call.forced()) return call.result();
     if (!acceptable(info)) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     if (find(info.id) != nullptr) return XSI_PBFS_DEPT_EXIST;
     if (static_cast<long long>(store().state.departments.size()) >= store().state.capacity) return XSI_PBFS_DEPT_NG;
     XSI_PBFS_DEPT_DEPTINFO stored{};
@@ -184,10 +183,9 @@ PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_add_hide_dept(const XSI_PBFS_DEP
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_update_hide_dept(const XSI_PBFS_DEPT_DEPTINFO& info) {
-    jbrg_sim::op call("xsi_pbfs_dept_update_hide_dept", static_cast<const void*>(&info));
+    jbrg_sim::locked_op call("xsi_pbfs_dept_update_hide_dept", static_cast<const void*>(&info));
     if (call.forced()) return call.result();
     if (!acceptable(info)) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     XSI_PBFS_DEPT_DEPTINFO* stored = find(info.id);
     if (stored == nullptr) return XSI_PBFS_DEPT_NOT_FOUND;
     take_settings(*stored, info);
@@ -195,26 +193,23 @@ PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_update_hide_dept(const XSI_PBFS_
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_delete_hide_dept(const char* id) {
-    jbrg_sim::op call("xsi_pbfs_dept_delete_hide_dept", id);
+    jbrg_sim::locked_op call("xsi_pbfs_dept_delete_hide_dept", id);
     if (call.forced()) return call.result();
     if (id == nullptr) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     return store().state.departments.erase(id) == 0 ? XSI_PBFS_DEPT_NOT_FOUND : XSI_PBFS_DEPT_OK;
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_delete_all_hide_dept() {
-    jbrg_sim::op call("xsi_pbfs_dept_delete_all_hide_dept");
+    jbrg_sim::locked_op call("xsi_pbfs_dept_delete_all_hide_dept");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     store().state.departments.clear();
     return XSI_PBFS_DEPT_OK;
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_retrieve_hide_dept(const char* id, XSI_PBFS_DEPT_DEPTINFO* info) {
-    jbrg_sim::op call("xsi_pbfs_dept_retrieve_hide_dept", id, static_cast<const void*>(info));
+    jbrg_sim::locked_op call("xsi_pbfs_dept_retrieve_hide_dept", id, static_cast<const void*>(info));
     if (call.forced()) return call.result();
     if (id == nullptr || info == nullptr) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     const XSI_PBFS_DEPT_DEPTINFO* stored = find(id);
     if (stored == nullptr) return XSI_PBFS_DEPT_NOT_FOUND;
     *info = *stored;
@@ -222,10 +217,9 @@ PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_retrieve_hide_dept(const char* i
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_reset_hide_dept_counter(const char* id) {
-    jbrg_sim::op call("xsi_pbfs_dept_reset_hide_dept_counter", id);
+    jbrg_sim::locked_op call("xsi_pbfs_dept_reset_hide_dept_counter", id);
     if (call.forced()) return call.result();
     if (id == nullptr) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     XSI_PBFS_DEPT_DEPTINFO* stored = find(id);
     if (stored == nullptr) return XSI_PBFS_DEPT_NOT_FOUND;
     std::memset(stored->counter, 0, sizeof stored->counter);

@@ -18,12 +18,11 @@ xsi_ais_job_facade* xsi_ais_job_facade::xsi_ais_job_get_instance() {
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_generate_jobinfo(XSI_AIS_JOB_CATEGORY category, unsigned int& handler_id) {
-    jbrg_sim::op call("xsi_ais_job_generate_jobinfo", category, &handler_id);
+    jbrg_sim::locked_op call("xsi_ais_job_generate_jobinfo", category, &handler_id);
     if (call.forced()) {
         call.out("handler_id", &handler_id);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     PLAT_RESULT r = jobs().generate(category, 0, handler_id);
     call.out("handler_id", &handler_id);
     return r;
@@ -31,12 +30,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_generate_jobinfo(XSI_AIS_JOB_CATEGOR
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_generate_jobinfo_bkg(XSI_AIS_JOB_CATEGORY category, dev_ulong cert_id,
                                                                  unsigned int& handler_id) {
-    jbrg_sim::op call("xsi_ais_job_generate_jobinfo_bkg", category, cert_id, &handler_id);
+    jbrg_sim::locked_op call("xsi_ais_job_generate_jobinfo_bkg", category, cert_id, &handler_id);
     if (call.forced()) {
         call.out("handler_id", &handler_id);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     PLAT_RESULT r = jobs().generate(category, cert_id, handler_id);
     call.out("handler_id", &handler_id);
     return r;
@@ -44,9 +42,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_generate_jobinfo_bkg(XSI_AIS_JOB_CAT
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_value(unsigned int handler_id, XSI_AIS_JOB_SETTING data_id,
                                                       unsigned int value) {
-    jbrg_sim::op call("xsi_ais_job_set_value", handler_id, data_id, value);
+    jbrg_sim::locked_op call("xsi_ais_job_set_value", handler_id, data_id, value);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     const setting_def* s = setting(data_id);
     if (j == nullptr || s == nullptr || s->text) return XSI_AIS_JOB_PARAM_ERROR;
@@ -56,9 +53,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_value(unsigned int handler_id, X
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_value(unsigned int handler_id, XSI_AIS_JOB_SETTING data_id,
                                                       std::string value) {
-    jbrg_sim::op call("xsi_ais_job_set_value", handler_id, data_id, value);
+    jbrg_sim::locked_op call("xsi_ais_job_set_value", handler_id, data_id, value);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     const setting_def* s = setting(data_id);
     if (j == nullptr || s == nullptr || !s->text) return XSI_AIS_JOB_PARAM_ERROR;
@@ -69,9 +65,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_value(unsigned int handler_id, X
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_value(unsigned int handler_id, XSI_AIS_PHB_SETTING_ID setting_id,
                                                       unsigned int value_1, unsigned int value_2,
                                                       unsigned int value_3) {
-    jbrg_sim::op call("xsi_ais_job_set_value", handler_id, setting_id, value_1, value_2, value_3);
+    jbrg_sim::locked_op call("xsi_ais_job_set_value", handler_id, setting_id, value_1, value_2, value_3);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr || !known_phb_setting(setting_id)) return XSI_AIS_JOB_PARAM_ERROR;
     j->now.threes[setting_id] = values3{value_1, value_2, value_3};
@@ -80,12 +75,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_value(unsigned int handler_id, X
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_value(unsigned int handler_id, XSI_AIS_JOB_SETTING data_id,
                                                       unsigned int& value) {
-    jbrg_sim::op call("xsi_ais_job_get_value", handler_id, data_id, &value);
+    jbrg_sim::locked_op call("xsi_ais_job_get_value", handler_id, data_id, &value);
     if (call.forced()) {
         call.out("value", &value);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     const setting_def* s = setting(data_id);
     if (j == nullptr || s == nullptr || s->text) return XSI_AIS_JOB_PARAM_ERROR;
@@ -96,12 +90,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_value(unsigned int handler_id, X
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_value(unsigned int handler_id, XSI_AIS_JOB_SETTING data_id,
                                                       std::string& value) {
-    jbrg_sim::op call("xsi_ais_job_get_value", handler_id, data_id, &value);
+    jbrg_sim::locked_op call("xsi_ais_job_get_value", handler_id, data_id, &value);
     if (call.forced()) {
         call.out("value", &value);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     const setting_def* s = setting(data_id);
     if (j == nullptr || s == nullptr || !s->text) return XSI_AIS_JOB_PARAM_ERROR;
@@ -113,7 +106,7 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_value(unsigned int handler_id, X
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_value(unsigned int handler_id, XSI_AIS_PHB_SETTING_ID setting_id,
                                                       unsigned int& value_1, unsigned int& value_2,
                                                       unsigned int& value_3) {
-    jbrg_sim::op call("xsi_ais_job_get_value", handler_id, setting_id, &value_1, &value_2, &value_3);
+    jbrg_sim::locked_op call("xsi_ais_job_get_value", handler_id, setting_id, &value_1, &value_2, &value_3);
     auto outs = [&] {
         call.out("value_1", &value_1);
         call.out("value_2", &value_2);
@@ -123,7 +116,6 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_value(unsigned int handler_id, X
         outs();
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr || !known_phb_setting(setting_id)) return XSI_AIS_JOB_PARAM_ERROR;
     values3 v = three_of(*j, setting_id);
@@ -135,12 +127,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_value(unsigned int handler_id, X
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_default_jobinfo_val(XSI_AIS_JOB_SETTING key, unsigned int& value) {
-    jbrg_sim::op call("xsi_ais_job_get_default_jobinfo_val", key, &value);
+    jbrg_sim::locked_op call("xsi_ais_job_get_default_jobinfo_val", key, &value);
     if (call.forced()) {
         call.out("value", &value);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     const setting_def* s = setting(key);
     if (s == nullptr || s->text) return XSI_AIS_JOB_PARAM_ERROR;
     value = jobs().default_of(*s);
@@ -149,9 +140,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_default_jobinfo_val(XSI_AIS_JOB_
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_reset_jobinfo(unsigned int handler_id) {
-    jbrg_sim::op call("xsi_ais_job_reset_jobinfo", handler_id);
+    jbrg_sim::locked_op call("xsi_ais_job_reset_jobinfo", handler_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     // Back to the defaults a new set of its category starts from; destinations, the saved copy and what
@@ -164,9 +154,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_reset_jobinfo(unsigned int handler_i
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_commit_jobinfo(unsigned int handler_id) {
-    jbrg_sim::op call("xsi_ais_job_commit_jobinfo", handler_id);
+    jbrg_sim::locked_op call("xsi_ais_job_commit_jobinfo", handler_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     // The changes since copy_jobinfo stand; the saved copy is dropped.
@@ -175,9 +164,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_commit_jobinfo(unsigned int handler_
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_rollback_jobinfo(unsigned int handler_id) {
-    jbrg_sim::op call("xsi_ais_job_rollback_jobinfo", handler_id);
+    jbrg_sim::locked_op call("xsi_ais_job_rollback_jobinfo", handler_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     if (!j->copy) return XSI_AIS_JOB_RET_NOT_COPY_JOBINFO;
@@ -187,9 +175,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_rollback_jobinfo(unsigned int handle
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_copy_jobinfo(unsigned int handler_id) {
-    jbrg_sim::op call("xsi_ais_job_copy_jobinfo", handler_id);
+    jbrg_sim::locked_op call("xsi_ais_job_copy_jobinfo", handler_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     if (!j->copy) {
@@ -203,17 +190,15 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_copy_jobinfo(unsigned int handler_id
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_delete_jobinfo(unsigned int handler_id) {
-    jbrg_sim::op call("xsi_ais_job_delete_jobinfo", handler_id);
+    jbrg_sim::locked_op call("xsi_ais_job_delete_jobinfo", handler_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return jobs().jobinfos.erase(handler_id) == 1 ? XSI_AIS_JOB_OK : XSI_AIS_JOB_PARAM_ERROR;
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_basic_func_set_value(XSI_AIS_JOB_FUNC_TYPE func_type,
                                                                  XSI_AIS_JOB_SETTING data_id, unsigned int value) {
-    jbrg_sim::op call("xsi_ais_job_basic_func_set_value", func_type, data_id, value);
+    jbrg_sim::locked_op call("xsi_ais_job_basic_func_set_value", func_type, data_id, value);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     const setting_def* s = setting(data_id);
     if (!known_func(func_type) || s == nullptr || s->text) return XSI_AIS_JOB_PARAM_ERROR;
     jobs().function_defaults[func_type][data_id] = value;
@@ -222,9 +207,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_basic_func_set_value(XSI_AIS_JOB_FUN
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_signage_mode(XSI_AIS_JOB_FUNC_TYPE func_type,
                                                              XSI_AIS_JOB_SIGNAGE_MODE mode) {
-    jbrg_sim::op call("xsi_ais_job_set_signage_mode", func_type, mode);
+    jbrg_sim::locked_op call("xsi_ais_job_set_signage_mode", func_type, mode);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     if (!known_func(func_type) || static_cast<int>(mode) < XSI_AIS_JOB_SIGNAGE_OFF || mode > XSI_AIS_JOB_SIGNAGE_EXCLUSIVE) {
         return XSI_AIS_JOB_PARAM_ERROR;
     }
@@ -233,9 +217,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_signage_mode(XSI_AIS_JOB_FUNC_TY
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_notify_reset_default_value() {
-    jbrg_sim::op call("xsi_ais_job_notify_reset_default_value");
+    jbrg_sim::locked_op call("xsi_ais_job_notify_reset_default_value");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     // The functions' own defaults go; new sets start from the device defaults again.
     jobs().function_defaults[0].clear();
     jobs().function_defaults[1].clear();
@@ -246,12 +229,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_notify_reset_default_value() {
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_add_address(unsigned int handler_id, unsigned int& address_id,
                                                         const XSI_AIS_JOB_SEND_INFO& info) {
-    jbrg_sim::op call("xsi_ais_job_add_address", handler_id, &address_id, &info);
+    jbrg_sim::locked_op call("xsi_ais_job_add_address", handler_id, &address_id, &info);
     if (call.forced()) {
         call.out("address_id", &address_id);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr || !known_address_type(info.address_type)) return XSI_AIS_JOB_PARAM_ERROR;
     if (j->now.addresses.size() >= XSI_AIS_JOB_ADDRESS_LIST_NUM) return XSI_AIS_JOB_LIMIT;
@@ -263,9 +245,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_add_address(unsigned int handler_id,
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_update_address(unsigned int handler_id, unsigned int address_id,
                                                            const XSI_AIS_JOB_SEND_INFO& info) {
-    jbrg_sim::op call("xsi_ais_job_update_address", handler_id, address_id, &info);
+    jbrg_sim::locked_op call("xsi_ais_job_update_address", handler_id, address_id, &info);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr || !known_address_type(info.address_type)) return XSI_AIS_JOB_PARAM_ERROR;
     auto a = j->now.addresses.find(address_id);
@@ -275,18 +256,16 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_update_address(unsigned int handler_
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_delete_address(unsigned int handler_id, unsigned int address_id) {
-    jbrg_sim::op call("xsi_ais_job_delete_address", handler_id, address_id);
+    jbrg_sim::locked_op call("xsi_ais_job_delete_address", handler_id, address_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr || j->now.addresses.erase(address_id) == 0) return XSI_AIS_JOB_PARAM_ERROR;
     return XSI_AIS_JOB_OK;
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_delete_all_address(unsigned int handler_id) {
-    jbrg_sim::op call("xsi_ais_job_delete_all_address", handler_id);
+    jbrg_sim::locked_op call("xsi_ais_job_delete_all_address", handler_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     j->now.addresses.clear();
@@ -295,9 +274,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_delete_all_address(unsigned int hand
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_address(unsigned int handler_id, unsigned int address_id,
                                                         XSI_AIS_JOB_SEND_INFO& info) {
-    jbrg_sim::op call("xsi_ais_job_get_address", handler_id, address_id, &info);
+    jbrg_sim::locked_op call("xsi_ais_job_get_address", handler_id, address_id, &info);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     auto a = j->now.addresses.find(address_id);
@@ -308,12 +286,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_address(unsigned int handler_id,
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_address_id(unsigned int handler_id, unsigned int& count,
                                                            std::vector<unsigned int>& address_ids) {
-    jbrg_sim::op call("xsi_ais_job_get_address_id", handler_id, &count, &address_ids);
+    jbrg_sim::locked_op call("xsi_ais_job_get_address_id", handler_id, &count, &address_ids);
     if (call.forced()) {
         call.out("count", &count);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     address_ids.clear();
@@ -327,12 +304,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_address_id(unsigned int handler_
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_start(XSI_AIS_JOB_CATEGORY category, unsigned int handler_id,
                                                   unsigned int& service_id) {
-    jbrg_sim::op call("xsi_ais_job_start", category, handler_id, &service_id);
+    jbrg_sim::locked_op call("xsi_ais_job_start", category, handler_id, &service_id);
     if (call.forced()) {
         call.out("service_id", &service_id);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     job_service& s = jobs();
     if (!known_category(category)) return XSI_AIS_JOB_NO_CATEGORY;
     jobinfo* j = s.find(handler_id);
@@ -368,12 +344,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_start(XSI_AIS_JOB_CATEGORY category,
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_kick(unsigned int service_id, unsigned int& user_job_id) {
-    jbrg_sim::op call("xsi_ais_job_kick", service_id, &user_job_id);
+    jbrg_sim::locked_op call("xsi_ais_job_kick", service_id, &user_job_id);
     if (call.forced()) {
         call.out("user_job_id", &user_job_id);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     job_service& s = jobs();
     auto sv = s.services.find(service_id);
     // A service runs once.
@@ -397,8 +372,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_kick(unsigned int service_id, unsign
 
 namespace {
 
+// Under the device lock, as the helpers below.
 PLAT_RESULT cancel_job(unsigned int service_id, unsigned int user_job_id, dev_ulong cert_id, bool bkg) {
-    auto lock = jbrg_sim::device_lock();
     job_service& s = jobs();
     auto u = s.user_jobs.find(user_job_id);
     if (u == s.user_jobs.end()) return XSI_AIS_JOB_NOT_FOUND;
@@ -433,22 +408,21 @@ PLAT_RESULT running_service(unsigned int service_id, user_job_rec*& job) {
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_cancel(unsigned int service_id, unsigned int user_job_id,
                                                    dev_ulong cert_id) {
-    jbrg_sim::op call("xsi_ais_job_cancel", service_id, user_job_id, cert_id);
+    jbrg_sim::locked_op call("xsi_ais_job_cancel", service_id, user_job_id, cert_id);
     if (call.forced()) return call.result();
     return cancel_job(service_id, user_job_id, cert_id, false);
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_cancel_bkg(unsigned int service_id, unsigned int user_job_id,
                                                        dev_ulong cert_id) {
-    jbrg_sim::op call("xsi_ais_job_cancel_bkg", service_id, user_job_id, cert_id);
+    jbrg_sim::locked_op call("xsi_ais_job_cancel_bkg", service_id, user_job_id, cert_id);
     if (call.forced()) return call.result();
     return cancel_job(service_id, user_job_id, cert_id, true);
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_continuous_read(unsigned int service_id) {
-    jbrg_sim::op call("xsi_ais_job_continuous_read", service_id);
+    jbrg_sim::locked_op call("xsi_ais_job_continuous_read", service_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     user_job_rec* job = nullptr;
     if (PLAT_RESULT r = running_service(service_id, job); r != XSI_AIS_JOB_OK) return r;
     job->info.continuous_read = true;
@@ -456,9 +430,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_continuous_read(unsigned int service
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_continuous_read_end(unsigned int service_id) {
-    jbrg_sim::op call("xsi_ais_job_continuous_read_end", service_id);
+    jbrg_sim::locked_op call("xsi_ais_job_continuous_read_end", service_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     user_job_rec* job = nullptr;
     if (PLAT_RESULT r = running_service(service_id, job); r != XSI_AIS_JOB_OK) return r;
     if (!job->info.continuous_read) return XSI_AIS_JOB_PARAM_ERROR;
@@ -467,12 +440,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_continuous_read_end(unsigned int ser
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_service_id(unsigned int user_job_id, unsigned int& service_id) {
-    jbrg_sim::op call("xsi_ais_job_get_service_id", user_job_id, &service_id);
+    jbrg_sim::locked_op call("xsi_ais_job_get_service_id", user_job_id, &service_id);
     if (call.forced()) {
         call.out("service_id", &service_id);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     auto u = jobs().user_jobs.find(user_job_id);
     if (u == jobs().user_jobs.end()) return XSI_AIS_JOB_NOT_FOUND;
     service_id = u->second.info.service_id;
@@ -481,9 +453,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_service_id(unsigned int user_job
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_job_list(XSI_AIS_JOB_KIND kind, std::vector<unsigned int>& user_job_ids) {
-    jbrg_sim::op call("xsi_ais_job_get_job_list", kind, &user_job_ids);
+    jbrg_sim::locked_op call("xsi_ais_job_get_job_list", kind, &user_job_ids);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     if (kind < XSI_AIS_JOB_KIND_ALL || kind > XSI_AIS_JOB_KIND_FAX) return XSI_AIS_JOB_PARAM_ERROR;
     user_job_ids.clear();
     for (const auto& [id, u] : jobs().user_jobs) {
@@ -496,17 +467,15 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_job_list(XSI_AIS_JOB_KIND kind, 
 // ---- Prohibition and panel messages ---------------------------------------------------------------------
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_check_state_of_prohibition() {
-    jbrg_sim::op call("xsi_ais_job_check_state_of_prohibition");
+    jbrg_sim::locked_op call("xsi_ais_job_check_state_of_prohibition");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return jobs().prohibited_state == XSI_AIS_STATE_OF_PROHIBITION_PROHIBIT ? XSI_AIS_JOB_OUTPUT_PROHIBITING
                                                                           : XSI_AIS_JOB_OK;
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_state_of_prohibition(XSI_AIS_STATE_OF_PROHIBITION state) {
-    jbrg_sim::op call("xsi_ais_job_set_state_of_prohibition", state);
+    jbrg_sim::locked_op call("xsi_ais_job_set_state_of_prohibition", state);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     if (state != XSI_AIS_STATE_OF_PROHIBITION_PERMIT && state != XSI_AIS_STATE_OF_PROHIBITION_PROHIBIT) {
         return XSI_AIS_JOB_PARAM_ERROR;
     }
@@ -515,12 +484,11 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_state_of_prohibition(XSI_AIS_STA
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_start_phb(unsigned int handler_id, int& prohibited) {
-    jbrg_sim::op call("xsi_ais_job_get_start_phb", handler_id, &prohibited);
+    jbrg_sim::locked_op call("xsi_ais_job_get_start_phb", handler_id, &prohibited);
     if (call.forced()) {
         call.out("prohibited", &prohibited);
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     prohibited = jobs().start_prohibited(*j) ? 1 : 0;
@@ -530,7 +498,7 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_start_phb(unsigned int handler_i
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_disable_info(unsigned int handler_id, XSI_AIS_PHB_DISABLE_ITEM item,
                                                              unsigned short& value) {
-    jbrg_sim::op call("xsi_ais_job_get_disable_info", handler_id, item, &value);
+    jbrg_sim::locked_op call("xsi_ais_job_get_disable_info", handler_id, item, &value);
     auto out = [&] {
         dev_ulong v = value;
         call.out("value", &v);
@@ -540,7 +508,6 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_disable_info(unsigned int handle
         out();
         return call.result();
     }
-    auto lock = jbrg_sim::device_lock();
     if (jobs().find(handler_id) == nullptr || item < 0 || item >= kDisableItemCount) return XSI_AIS_JOB_PARAM_ERROR;
     value = jobs().scenario().disable[item];
     out();
@@ -548,9 +515,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_disable_info(unsigned int handle
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_main_message(unsigned int handler_id, XSI_AIS_PHB_GET_MESSAGE& msg) {
-    jbrg_sim::op call("xsi_ais_job_get_main_message", handler_id, &msg);
+    jbrg_sim::locked_op call("xsi_ais_job_get_main_message", handler_id, &msg);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     if (jobs().find(handler_id) == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     msg = jobs().scenario().message;
     return XSI_AIS_JOB_OK;
@@ -560,9 +526,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_main_message(unsigned int handle
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_box_job_prepare(unsigned int handler_id,
                                                             XSI_AIS_BOX_JOB_INIT_SETTING& setting) {
-    jbrg_sim::op call("xsi_ais_job_box_job_prepare", handler_id, &setting);
+    jbrg_sim::locked_op call("xsi_ais_job_box_job_prepare", handler_id, &setting);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr || setting.box_job_type < XSI_AIS_BOX_JOB_PRINT || setting.box_job_type > XSI_AIS_BOX_JOB_STORE) {
         return XSI_AIS_JOB_PARAM_ERROR;
@@ -573,9 +538,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_box_job_prepare(unsigned int handler
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_direct_print_prepare(unsigned int handler_id, char* file_path,
                                                                  char* file_name) {
-    jbrg_sim::op call("xsi_ais_job_direct_print_prepare", handler_id, file_path, file_name);
+    jbrg_sim::locked_op call("xsi_ais_job_direct_print_prepare", handler_id, file_path, file_name);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr || file_path == nullptr || file_name == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     j->prepared = "direct_print";
@@ -584,9 +548,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_direct_print_prepare(unsigned int ha
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_direct_print_prepare(unsigned int handler_id,
                                                                  XSI_AIS_JOB_STREAM_WRITE_FILE file_format) {
-    jbrg_sim::op call("xsi_ais_job_direct_print_prepare", handler_id, file_format);
+    jbrg_sim::locked_op call("xsi_ais_job_direct_print_prepare", handler_id, file_format);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr || file_format < XSI_AIS_JOB_STREAM_FILE_PDF || file_format > XSI_AIS_JOB_STREAM_FILE_XPS) {
         return XSI_AIS_JOB_PARAM_ERROR;
@@ -597,9 +560,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_direct_print_prepare(unsigned int ha
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_write_stream_data(unsigned int user_job_id,
                                                               XSI_AIS_JOB_WRITE_STREAM_DATA& data) {
-    jbrg_sim::op call("xsi_ais_job_write_stream_data", user_job_id, &data);
+    jbrg_sim::locked_op call("xsi_ais_job_write_stream_data", user_job_id, &data);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     auto u = jobs().user_jobs.find(user_job_id);
     if (u == jobs().user_jobs.end()) return XSI_AIS_JOB_NOT_FOUND;
     jbrg_sim::job::user_job_info& job = u->second.info;
@@ -623,9 +585,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_write_stream_data(unsigned int user_
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_retrieve_document_prepare(unsigned int handler_id, char* box_pass,
                                                                       dev_ulong box_id, dev_ulong doc_id,
                                                                       char* store_path) {
-    jbrg_sim::op call("xsi_ais_job_retrieve_document_prepare", handler_id, box_pass, box_id, doc_id, store_path);
+    jbrg_sim::locked_op call("xsi_ais_job_retrieve_document_prepare", handler_id, box_pass, box_id, doc_id, store_path);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr || store_path == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     j->prepared = "retrieve";
@@ -634,17 +595,15 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_retrieve_document_prepare(unsigned i
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_combine_document(unsigned int handler_id,
                                                              XSI_AIS_PHB_COMBINE_DOC_INFO& info) {
-    jbrg_sim::op call("xsi_ais_job_combine_document", handler_id, &info);
+    jbrg_sim::locked_op call("xsi_ais_job_combine_document", handler_id, &info);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     if (jobs().find(handler_id) == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     return XSI_AIS_JOB_OK;
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_scan_data(unsigned int user_job_id, XSI_AIS_JOB_GET_SCAN_DATA& data) {
-    jbrg_sim::op call("xsi_ais_job_get_scan_data", user_job_id, &data);
+    jbrg_sim::locked_op call("xsi_ais_job_get_scan_data", user_job_id, &data);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     auto u = jobs().user_jobs.find(user_job_id);
     if (u == jobs().user_jobs.end()) return XSI_AIS_JOB_NOT_FOUND;
     user_job_rec& job = u->second;
@@ -672,9 +631,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_scan_data(unsigned int user_job_
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_ocr_text_data(unsigned int handler_id, XSI_AIS_JOB_GET_OCR_DATA& data) {
-    jbrg_sim::op call("xsi_ais_job_get_ocr_text_data", handler_id, &data);
+    jbrg_sim::locked_op call("xsi_ais_job_get_ocr_text_data", handler_id, &data);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jobinfo* j = jobs().find(handler_id);
     if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     const std::vector<ocr_record>& records = jobs().scenario().ocr;

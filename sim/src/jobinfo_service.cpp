@@ -288,9 +288,8 @@ xsi_ais_jobinfo_facade* xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance() {
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_joblog(unsigned int receipt_id,
                                                                     XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type,
                                                                     XSI_AIS_JOBINFO_JOBLOG& log) {
-    jbrg_sim::op call("xsi_ais_jobinfo_retrieve_joblog", receipt_id, type, ptr(&log));
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_retrieve_joblog", receipt_id, type, ptr(&log));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     log = XSI_AIS_JOBINFO_JOBLOG{};
     const entry* e = nullptr;
     if (PLAT_RESULT r = jobinfo().find(receipt_id, type, e); r != XSI_AIS_JOBINFO_OK) return r;
@@ -300,53 +299,46 @@ PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_joblog(unsigned int
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_create_send_info_list(unsigned int receipt_id,
                                                                           XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type) {
-    jbrg_sim::op call("xsi_ais_jobinfo_create_send_info_list", receipt_id, type);
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_create_send_info_list", receipt_id, type);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return create_list(jobinfo().send_list, receipt_id, type, &entry::sends);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_send_info(XSI_AIS_JOBINFO_SEND_INFO& info) {
-    jbrg_sim::op call("xsi_ais_jobinfo_get_send_info", ptr(&info));
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_get_send_info", ptr(&info));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return next_record(jobinfo().send_list, info);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_send_info_list() {
-    jbrg_sim::op call("xsi_ais_jobinfo_delete_send_info_list");
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_delete_send_info_list");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return end_list(jobinfo().send_list);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_create_receive_info_list(unsigned int receipt_id,
                                                                              XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type) {
-    jbrg_sim::op call("xsi_ais_jobinfo_create_receive_info_list", receipt_id, type);
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_create_receive_info_list", receipt_id, type);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return create_list(jobinfo().receive_list, receipt_id, type, &entry::receives);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_receive_info(XSI_AIS_JOBINFO_RECEIVE_INFO& info) {
-    jbrg_sim::op call("xsi_ais_jobinfo_get_receive_info", ptr(&info));
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_get_receive_info", ptr(&info));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return next_record(jobinfo().receive_list, info);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_receive_info_list() {
-    jbrg_sim::op call("xsi_ais_jobinfo_delete_receive_info_list");
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_delete_receive_info_list");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return end_list(jobinfo().receive_list);
 }
 
 // Out "text": the image log's text.
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_imagelog(dev_ulong image_id, std::string& text) {
-    jbrg_sim::op call("xsi_ais_jobinfo_retrieve_imagelog", image_id, ptr(&text));
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_retrieve_imagelog", image_id, ptr(&text));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     text.clear();
     auto& images = jobinfo().images();
     auto image = images.find(image_id);
@@ -360,9 +352,8 @@ PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_imagelog(dev_ulong 
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_imagelog(dev_ulong image_id) {
-    jbrg_sim::op call("xsi_ais_jobinfo_delete_imagelog", image_id);
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_delete_imagelog", image_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return jobinfo().images().erase(image_id) != 0 ? XSI_AIS_JOBINFO_OK : XSI_AIS_JOBINFO_NOT_FOUND;
 }
 

@@ -110,13 +110,13 @@ std::string keypad_text(const XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO& k) {
            ", y=" + std::to_string(k.y) + "}";
 }
 
+// Under the device lock its operation holds.
 PLAT_RESULT view_update(const jbrg_sim::op& call, std::map<std::string, int>& views, const char* app_id,
                         XSI_PBFS_PANEL_VIEW_UPDATE_TYPE type) {
     if (call.forced()) return call.result();
     if (!known_app(app_id) || type < XSI_PBFS_PANEL_VIEW_UPDATE_SHOW || type > XSI_PBFS_PANEL_VIEW_UPDATE_CLOSE) {
         return XSI_PBFS_PANEL_PARAM_ERROR;
     }
-    auto lock = jbrg_sim::device_lock();
     views[app_id] = type;
     return XSI_PBFS_PANEL_OK;
 }
@@ -255,97 +255,88 @@ PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_remove_observer(xsi_pbfs_panel
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_view_update(const char* app_id,
                                                                      XSI_PBFS_PANEL_VIEW_UPDATE_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_view_update", app_id, type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_view_update", app_id, type);
     return view_update(call, the_panel().state.views, app_id, type);
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_view_update_ext_auth_app(
     const char* app_id, XSI_PBFS_PANEL_VIEW_UPDATE_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_view_update_ext_auth_app", app_id, type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_view_update_ext_auth_app", app_id, type);
     return view_update(call, the_panel().state.ext_auth_views, app_id, type);
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_request_event(const char* app_id, unsigned int event) {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_request_event", app_id, event);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_request_event", app_id, event);
     if (call.forced()) return call.result();
     if (!known_app(app_id)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.events.push_back(std::string(app_id) + ":" + std::to_string(event));
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_request_start_led(const char* app_id, XSI_PBFS_LED_STATE state) {
-    jbrg_sim::op call("xsi_pbfs_panel_request_start_led", app_id, state);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_request_start_led", app_id, state);
     if (call.forced()) return call.result();
     if (!known_app(app_id) || (state != XSI_PBFS_LED_OFF && state != XSI_PBFS_LED_ON)) {
         return XSI_PBFS_PANEL_PARAM_ERROR;
     }
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.led = state;
     the_panel().state.led_owner = app_id;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_request_buzzer(const char* app_id, XSI_PBFS_BUZZER_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_request_buzzer", app_id, type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_request_buzzer", app_id, type);
     if (call.forced()) return call.result();
     if (!known_app(app_id) || type < XSI_PBFS_BUZZER_INPUT || type > XSI_PBFS_BUZZER_WARNING) {
         return XSI_PBFS_PANEL_PARAM_ERROR;
     }
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.buzzes.push_back(std::string(app_id) + ":" + std::to_string(type));
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_extension_authentication_initialize(bool initialize) {
-    jbrg_sim::op call("xsi_pbfs_panel_extension_authentication_initialize", initialize);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_extension_authentication_initialize", initialize);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.ext_auth_initialized = initialize;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_j_foundation_started(bool started) {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_j_foundation_started", started);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_j_foundation_started", started);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.j_foundation_started = started;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_reset_end() {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_reset_end");
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_reset_end");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     ++the_panel().state.resets_ended;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_request_display_screen(XSI_PBFS_PANEL_DISPLAY_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_request_display_screen", type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_request_display_screen", type);
     if (call.forced()) return call.result();
     if (!screen_known(type)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     if (the_panel().state.unavailable.count(type) != 0) return XSI_PBFS_PANEL_NOT_AVAILABLE;
     the_panel().state.screen = type;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_menu_application_initialized(const char* app_id, bool result) {
-    jbrg_sim::op call("xsi_pbfs_panel_menu_application_initialized", app_id, result);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_menu_application_initialized", app_id, result);
     if (call.forced()) return call.result();
     if (!known_app(app_id)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     auto& apps = the_panel().state.menu_apps;
     if (result && std::find(apps.begin(), apps.end(), app_id) == apps.end()) apps.emplace_back(app_id);
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_menu_application_terminated(const char* app_id, bool result) {
-    jbrg_sim::op call("xsi_pbfs_panel_menu_application_terminated", app_id, result);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_menu_application_terminated", app_id, result);
     if (call.forced()) return call.result();
     if (!known_app(app_id)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     auto& apps = the_panel().state.menu_apps;
     auto at = std::find(apps.begin(), apps.end(), app_id);
     if (at == apps.end()) return XSI_PBFS_PANEL_NG;
@@ -355,10 +346,9 @@ PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_menu_application_terminated(co
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_is_screen_available(XSI_PBFS_PANEL_DISPLAY_TYPE type,
                                                                       int& available) {
-    jbrg_sim::op call("xsi_pbfs_panel_is_screen_available", type, static_cast<const void*>(&available));
+    jbrg_sim::locked_op call("xsi_pbfs_panel_is_screen_available", type, static_cast<const void*>(&available));
     if (call.forced()) return call.result();
     if (!screen_known(type)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     dev_long value = the_panel().state.unavailable.count(type) != 0 ? 0 : 1;
     call.out("available", &value);
     available = value;
@@ -368,24 +358,22 @@ PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_is_screen_available(XSI_PBFS_P
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_set_display_text(const char* identifier, dev_ulong item,
                                                                    const char* text,
                                                                    XSI_PBFS_PANEL_DISPLAY_TEXT_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_set_display_text", identifier, item, text, type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_set_display_text", identifier, item, text, type);
     if (call.forced()) return call.result();
     if (!known_app(identifier) || text == nullptr || type < XSI_PBFS_PANEL_DISPLAY_TEXT_PLAIN ||
         type > XSI_PBFS_PANEL_DISPLAY_TEXT_NUMERIC ||
         std::strlen(text) >= XSI_PBFS_PANEL_SOFT_KEY_DISPLAY_TEXT_MAX_SIZE) {
         return XSI_PBFS_PANEL_PARAM_ERROR;
     }
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.texts[{identifier, item}] = {text, type};
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_request_display_soft_tenkey(
     const char* app_id, XSI_PBFS_PANEL_SOFT_TENKEY_REQUEST kind, XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO& info) {
-    jbrg_sim::op call("xsi_pbfs_panel_request_display_soft_tenkey", app_id, kind, keypad_text(info));
+    jbrg_sim::locked_op call("xsi_pbfs_panel_request_display_soft_tenkey", app_id, kind, keypad_text(info));
     if (call.forced()) return call.result();
     if (!known_app(app_id) || kind != XSI_PBFS_PANEL_SOFT_TENKEY_REQUEST_DISPLAY) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO& keypad = the_panel().state.keypad;
     const XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO before = keypad;
     if (info.display_mode == XSI_PBFS_PANEL_SOFT_TENKEY_SHOW) {

@@ -1,16 +1,18 @@
 // Inside the simulated device: what every service of it shares.
 //
-// Each platform operation starts with an `op` object, which writes the call to the call log and takes the
-// next forcing queued for that operation:
+// Each platform operation that works on the device's state starts with a `locked_op`, which writes the call
+// to the call log, takes the next forcing queued for that operation and, unless a result was forced, holds
+// the device lock until the operation returns:
 //
 //     extern "C" PLAT_RESULT xsi_pbfs_startup(int mode) {
-//         jbrg_sim::op call("xsi_pbfs_startup", mode);
+//         jbrg_sim::locked_op call("xsi_pbfs_startup", mode);
 //         if (call.forced()) return call.result();
-//         ...the device's own behaviour...
+//         ...the device's own behaviour, under the device lock...
 //     }
 //
-// Each service keeps its state in a `service` object that loads its part of the scenario; all services are
-// guarded by the one device lock, taken with `device_lock`.
+// An operation that must not hold the lock (it keeps state of its own, or waits for a device thread) starts
+// with a plain `op`. Each service keeps its state in a `service` object that loads its part of the scenario
+// (scenario.h); all services are guarded by the one device lock, `device_lock`.
 #ifndef JBRG_SIM_SIM_H
 #define JBRG_SIM_SIM_H
 
@@ -72,6 +74,19 @@ private:
 
 // The one lock of the device's state. Reentrant, so that one service may call another while holding it.
 std::unique_lock<std::recursive_mutex> device_lock();
+
+// One platform call that works on the device's state: logged and forced as by `op`; when no result was
+// forced, the device lock is held from here until the operation returns.
+class locked_op : public op {
+public:
+    template <class... A>
+    explicit locked_op(const char* name, const A&... args) : op(name, args...) {
+        if (!forced()) lock_ = device_lock();
+    }
+
+private:
+    std::unique_lock<std::recursive_mutex> lock_;
+};
 
 // A part of the device that keeps state. Each service is a static object that registers itself; a scenario
 // load hands every service the whole scenario and each reads its own section.

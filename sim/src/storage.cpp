@@ -610,18 +610,16 @@ std::string jbrg_sim::area_folder(int area_id) {
 // ---- The storage library ------------------------------------------------------------------------------
 
 extern "C" int xdc_strg_init(void) {
-    jbrg_sim::op call("xdc_strg_init");
+    jbrg_sim::locked_op call("xdc_strg_init");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return storage().ready_or_fail();
 }
 
 // Out "handle": the new file handle.
 extern "C" int xdc_strg_fopen(int area_id, const char* path, int mode, dev_ulong* handle) {
-    jbrg_sim::op call("xdc_strg_fopen", area_id, path, mode, ptr(handle));
+    jbrg_sim::locked_op call("xdc_strg_fopen", area_id, path, mode, ptr(handle));
     if (call.forced()) return call.result();
     if (handle == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *handle = 0;
     int result = do_fopen(area_id, path, mode, *handle);
     call.out("handle", handle);
@@ -629,9 +627,8 @@ extern "C" int xdc_strg_fopen(int area_id, const char* path, int mode, dev_ulong
 }
 
 extern "C" int xdc_strg_fclose(dev_ulong handle) {
-    jbrg_sim::op call("xdc_strg_fclose", handle);
+    jbrg_sim::locked_op call("xdc_strg_fclose", handle);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     auto f = s.files.find(handle);
     if (f == s.files.end()) return XDC_STRG_R_NOT_FOUND;
@@ -642,10 +639,9 @@ extern "C" int xdc_strg_fclose(dev_ulong handle) {
 
 // Out "done": the number of bytes read.
 extern "C" int xdc_strg_fread(signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong* done) {
-    jbrg_sim::op call("xdc_strg_fread", ptr(buffer), size, handle, ptr(done));
+    jbrg_sim::locked_op call("xdc_strg_fread", ptr(buffer), size, handle, ptr(done));
     if (call.forced()) return call.result();
     if (done == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *done = 0;
     int result = do_fread(buffer, size, handle, *done);
     call.out("done", done);
@@ -654,10 +650,9 @@ extern "C" int xdc_strg_fread(signed char* buffer, dev_ulong size, dev_ulong han
 
 // Out "done": the number of bytes written.
 extern "C" int xdc_strg_fwrite(const signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong* done) {
-    jbrg_sim::op call("xdc_strg_fwrite", ptr(buffer), size, handle, ptr(done));
+    jbrg_sim::locked_op call("xdc_strg_fwrite", ptr(buffer), size, handle, ptr(done));
     if (call.forced()) return call.result();
     if (done == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *done = 0;
     int result = do_fwrite(buffer, size, handle, *done);
     call.out("done", done);
@@ -665,18 +660,16 @@ extern "C" int xdc_strg_fwrite(const signed char* buffer, dev_ulong size, dev_ul
 }
 
 extern "C" int xdc_strg_fseek(dev_ulong handle, dev_long offset, int origin) {
-    jbrg_sim::op call("xdc_strg_fseek", handle, offset, origin);
+    jbrg_sim::locked_op call("xdc_strg_fseek", handle, offset, origin);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return do_fseek(handle, offset, origin);
 }
 
 // Out "position": the file position, in bytes from the start.
 extern "C" int xdc_strg_ftell(dev_ulong handle, dev_long* position) {
-    jbrg_sim::op call("xdc_strg_ftell", handle, ptr(position));
+    jbrg_sim::locked_op call("xdc_strg_ftell", handle, ptr(position));
     if (call.forced()) return call.result();
     if (position == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *position = 0;
     int result = XDC_STRG_R_NOT_FOUND;
     storage_service& s = storage();
@@ -698,9 +691,8 @@ extern "C" int xdc_strg_ftell(dev_ulong handle, dev_long* position) {
 // The sim writes straight through to the host file, so what was written is on the medium already; flushing
 // only checks the handle.
 extern "C" int xdc_strg_fflush_fsync(dev_ulong handle) {
-    jbrg_sim::op call("xdc_strg_fflush_fsync", handle);
+    jbrg_sim::locked_op call("xdc_strg_fflush_fsync", handle);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return storage().files.count(handle) != 0 ? XDC_STRG_R_OK : XDC_STRG_R_NOT_FOUND;
 }
 
@@ -712,10 +704,9 @@ extern "C" int xdc_strg_sync(void) {
 
 // Out "handle": the new directory handle.
 extern "C" int xdc_strg_opendir(int area_id, const char* path, dev_ulong* handle) {
-    jbrg_sim::op call("xdc_strg_opendir", area_id, path, ptr(handle));
+    jbrg_sim::locked_op call("xdc_strg_opendir", area_id, path, ptr(handle));
     if (call.forced()) return call.result();
     if (handle == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *handle = 0;
     int result = do_opendir(area_id, path, *handle);
     call.out("handle", handle);
@@ -725,10 +716,9 @@ extern "C" int xdc_strg_opendir(int area_id, const char* path, dev_ulong* handle
 // Out "name": the entry's name (text). A name that does not fit the buffer is cut, refused with
 // XDC_STRG_R_PARAM and stays the next entry, so that a caller may ask again with more room.
 extern "C" int xdc_strg_readdir(dev_ulong handle, char* name, dev_ulong size) {
-    jbrg_sim::op call("xdc_strg_readdir", handle, ptr(name), size);
+    jbrg_sim::locked_op call("xdc_strg_readdir", handle, ptr(name), size);
     if (call.forced()) return call.result();
     if (name == nullptr || size == 0) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     auto d = s.dirs.find(handle);
     if (d == s.dirs.end()) {
@@ -746,16 +736,14 @@ extern "C" int xdc_strg_readdir(dev_ulong handle, char* name, dev_ulong size) {
 }
 
 extern "C" int xdc_strg_closedir(dev_ulong handle) {
-    jbrg_sim::op call("xdc_strg_closedir", handle);
+    jbrg_sim::locked_op call("xdc_strg_closedir", handle);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return storage().dirs.erase(handle) != 0 ? XDC_STRG_R_OK : XDC_STRG_R_NOT_FOUND;
 }
 
 extern "C" int xdc_strg_mkdir(int area_id, const char* path) {
-    jbrg_sim::op call("xdc_strg_mkdir", area_id, path);
+    jbrg_sim::locked_op call("xdc_strg_mkdir", area_id, path);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place at;
     if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
@@ -765,9 +753,8 @@ extern "C" int xdc_strg_mkdir(int area_id, const char* path) {
 }
 
 extern "C" int xdc_strg_remove(int area_id, const char* path) {
-    jbrg_sim::op call("xdc_strg_remove", area_id, path);
+    jbrg_sim::locked_op call("xdc_strg_remove", area_id, path);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place at;
     if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
@@ -787,9 +774,8 @@ extern "C" int xdc_strg_remove(int area_id, const char* path) {
 }
 
 extern "C" int xdc_strg_rename(int area_id, const char* from, const char* to) {
-    jbrg_sim::op call("xdc_strg_rename", area_id, from, to);
+    jbrg_sim::locked_op call("xdc_strg_rename", area_id, from, to);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place source, target;
     if (int r = s.resolve(area_id, from, true, source); r != XDC_STRG_R_OK) return r;
@@ -798,9 +784,8 @@ extern "C" int xdc_strg_rename(int area_id, const char* from, const char* to) {
 }
 
 extern "C" int xdc_strg_move(int area_id, const char* path, int area_id2, const char* path2) {
-    jbrg_sim::op call("xdc_strg_move", area_id, path, area_id2, path2);
+    jbrg_sim::locked_op call("xdc_strg_move", area_id, path, area_id2, path2);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place source, target;
     if (int r = s.resolve(area_id, path, true, source); r != XDC_STRG_R_OK) return r;
@@ -809,9 +794,8 @@ extern "C" int xdc_strg_move(int area_id, const char* path, int area_id2, const 
 }
 
 extern "C" int xdc_strg_exist(int area_id, const char* path) {
-    jbrg_sim::op call("xdc_strg_exist", area_id, path);
+    jbrg_sim::locked_op call("xdc_strg_exist", area_id, path);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service::place at;
     if (int r = storage().resolve(area_id, path, false, at); r != XDC_STRG_R_OK) return r;
     struct stat st;
@@ -820,10 +804,9 @@ extern "C" int xdc_strg_exist(int area_id, const char* path) {
 
 // Outs "mode", "size" and "mtime": the fields of the status.
 extern "C" int xdc_strg_stat(int area_id, const char* path, XDC_STRG_STAT* status) {
-    jbrg_sim::op call("xdc_strg_stat", area_id, path, ptr(status));
+    jbrg_sim::locked_op call("xdc_strg_stat", area_id, path, ptr(status));
     if (call.forced()) return call.result();
     if (status == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *status = XDC_STRG_STAT{0, 0, 0};
     storage_service& s = storage();
     storage_service::place at;
@@ -845,9 +828,8 @@ extern "C" int xdc_strg_stat(int area_id, const char* path, XDC_STRG_STAT* statu
 }
 
 extern "C" int xdc_strg_set_attribute(int area_id, const char* path, unsigned char attributes) {
-    jbrg_sim::op call("xdc_strg_set_attribute", area_id, path, attributes);
+    jbrg_sim::locked_op call("xdc_strg_set_attribute", area_id, path, attributes);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place at;
     if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
@@ -859,10 +841,9 @@ extern "C" int xdc_strg_set_attribute(int area_id, const char* path, unsigned ch
 
 // Out "attributes": the attribute bits.
 extern "C" int xdc_strg_get_attribute(int area_id, const char* path, unsigned char* attributes) {
-    jbrg_sim::op call("xdc_strg_get_attribute", area_id, path, ptr(attributes));
+    jbrg_sim::locked_op call("xdc_strg_get_attribute", area_id, path, ptr(attributes));
     if (call.forced()) return call.result();
     if (attributes == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place at;
     int result = s.resolve(area_id, path, false, at);
@@ -876,10 +857,9 @@ extern "C" int xdc_strg_get_attribute(int area_id, const char* path, unsigned ch
 
 // Outs "block_size", "blocks", "free" and "available": the fields of the statistics.
 extern "C" int xdc_strg_statfs(int area_id, XDC_STRG_STATFS* status) {
-    jbrg_sim::op call("xdc_strg_statfs", area_id, ptr(status));
+    jbrg_sim::locked_op call("xdc_strg_statfs", area_id, ptr(status));
     if (call.forced()) return call.result();
     if (status == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     const area_state* a = s.area(area_id);
     int result = a == nullptr ? XDC_STRG_R_PARAM : !a->mounted ? XDC_STRG_R_ACCESS : XDC_STRG_R_OK;
@@ -892,9 +872,8 @@ extern "C" int xdc_strg_statfs(int area_id, XDC_STRG_STATFS* status) {
 }
 
 extern "C" int xdc_strg_verify_area_mount(int area_id) {
-    jbrg_sim::op call("xdc_strg_verify_area_mount", area_id);
+    jbrg_sim::locked_op call("xdc_strg_verify_area_mount", area_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     const area_state* a = storage().area(area_id);
     if (a == nullptr) return XDC_STRG_R_PARAM;
     return a->mounted ? XDC_STRG_R_OK : XDC_STRG_R_ACCESS;
@@ -902,9 +881,8 @@ extern "C" int xdc_strg_verify_area_mount(int area_id) {
 
 // Removing a disk only marks it removed; the areas stay as they are.
 extern "C" int xdc_strg_remove_disk(int disk_id) {
-    jbrg_sim::op call("xdc_strg_remove_disk", disk_id);
+    jbrg_sim::locked_op call("xdc_strg_remove_disk", disk_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     if (s.disks().count(disk_id) == 0) return XDC_STRG_R_PARAM;
     return s.removed_disks.insert(disk_id).second ? XDC_STRG_R_OK : XDC_STRG_R_NOT_FOUND;
@@ -912,10 +890,9 @@ extern "C" int xdc_strg_remove_disk(int disk_id) {
 
 // Out "path": the area's root path (text). The path is given whether the area is mounted or not.
 extern "C" int xdc_strg_get_area_path(int area_id, char* path, dev_ulong size) {
-    jbrg_sim::op call("xdc_strg_get_area_path", area_id, ptr(path), size);
+    jbrg_sim::locked_op call("xdc_strg_get_area_path", area_id, ptr(path), size);
     if (call.forced()) return call.result();
     if (path == nullptr || size == 0) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     std::string folder;
     int result = s.area(area_id) == nullptr ? XDC_STRG_R_PARAM : s.ready_or_fail();

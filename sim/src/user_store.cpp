@@ -228,9 +228,8 @@ xsi_pbfs_user_facade* xsi_pbfs_user_facade::xsi_pbfs_user_get_instance() {
 // Out "handle": the listing's handle; out "total": the number of local users it lists.
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list_prepare(dev_ulong count, dev_ulong& handle,
                                                                            dev_ulong& total) {
-    jbrg_sim::op call("xsi_pbfs_user_get_local_user_list_prepare", count, ptr(&handle), ptr(&total));
+    jbrg_sim::locked_op call("xsi_pbfs_user_get_local_user_list_prepare", count, ptr(&handle), ptr(&total));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     user_store& s = store();
     PLAT_RESULT result = XSI_PBFS_USER_OK;
     if (count == 0) {
@@ -250,9 +249,8 @@ PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list_prepare(dev_
 // Out "get_num": the number of records written.
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list(dev_ulong handle, dev_ulong& get_num,
                                                                    XSI_PBFS_USERINFO_RECORD* records) {
-    jbrg_sim::op call("xsi_pbfs_user_get_local_user_list", handle, ptr(&get_num), ptr(records));
+    jbrg_sim::locked_op call("xsi_pbfs_user_get_local_user_list", handle, ptr(&get_num), ptr(records));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     user_store& s = store();
     get_num = 0;
     PLAT_RESULT result = XSI_PBFS_USER_OK;
@@ -275,16 +273,14 @@ PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list(dev_ulong ha
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list_finish(dev_ulong handle) {
-    jbrg_sim::op call("xsi_pbfs_user_get_local_user_list_finish", handle);
+    jbrg_sim::locked_op call("xsi_pbfs_user_get_local_user_list_finish", handle);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return store().listings.erase(handle) == 1 ? XSI_PBFS_USER_OK : XSI_PBFS_USER_ERR_HANDLE;
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_create_hide_account(const XSI_PBFS_HIDE_USERINFO_RECORD& user) {
-    jbrg_sim::op call("xsi_pbfs_user_create_hide_account", ptr(&user));
+    jbrg_sim::locked_op call("xsi_pbfs_user_create_hide_account", ptr(&user));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     user_store& s = store();
     jbrg_sim::user_account account = from_record(user);
     if (account.login_name.empty()) return XSI_PBFS_USER_ERR_PARAM;
@@ -295,9 +291,8 @@ PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_create_hide_account(const XSI_PB
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_update_hide_account(const XSI_PBFS_HIDE_USERINFO_RECORD& user) {
-    jbrg_sim::op call("xsi_pbfs_user_update_hide_account", ptr(&user));
+    jbrg_sim::locked_op call("xsi_pbfs_user_update_hide_account", ptr(&user));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jbrg_sim::user_account account = from_record(user);
     auto h = store().hidden().find(account.login_name);
     if (h == store().hidden().end()) return XSI_PBFS_USER_ERR_NOT_FOUND;
@@ -306,16 +301,14 @@ PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_update_hide_account(const XSI_PB
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_delete_hide_account(const std::string& login_name) {
-    jbrg_sim::op call("xsi_pbfs_user_delete_hide_account", login_name);
+    jbrg_sim::locked_op call("xsi_pbfs_user_delete_hide_account", login_name);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return store().hidden().erase(login_name) == 1 ? XSI_PBFS_USER_OK : XSI_PBFS_USER_ERR_NOT_FOUND;
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_delete_all_hide_account() {
-    jbrg_sim::op call("xsi_pbfs_user_delete_all_hide_account");
+    jbrg_sim::locked_op call("xsi_pbfs_user_delete_all_hide_account");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     store().hidden().clear();
     return XSI_PBFS_USER_OK;
 }
