@@ -35,10 +35,9 @@ std::string setting_text(const XAM_ADS_SOFTWARE_TENKEY_SETTING& s) {
 
 PLAT_RESULT xam_ads_facade::xam_ads_request_software_tenkey_initial_setting(
     const char* app_id, const XAM_ADS_SOFTWARE_TENKEY_SETTING& setting) {
-    jbrg_sim::op call("xam_ads_request_software_tenkey_initial_setting", app_id, setting_text(setting));
+    jbrg_sim::locked_op call("xam_ads_request_software_tenkey_initial_setting", app_id, setting_text(setting));
     if (call.forced()) return call.result();
     if (app_id == nullptr || app_id[0] == '\0') return XAM_ADS_RESULT_ERR;
-    auto lock = jbrg_sim::device_lock();
     keeper().settings[app_id] = setting;
     return XAM_ADS_RESULT_OK;
 }

@@ -38,6 +38,7 @@
 
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
+#include "scenario.h"
 #include "sim.h"
 #include "sim_internal.h"
 #include "xam_ads.h"
@@ -69,21 +70,10 @@ struct installed_app {
     }
 };
 
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario apps: " + what); }
+using jbrg_sim::scenario_part;
 
-std::string text_of(const json& o, const char* key, const std::string& where) {
-    if (!o.contains(key)) return "";
-    if (!o.at(key).is_string()) bad(where + "." + key + " must be a string");
-    return o.at(key).get<std::string>();
-}
-
-int32_t number_of(const json& o, const char* key, int32_t fallback, const std::string& where) {
-    if (!o.contains(key)) return fallback;
-    const json& v = o.at(key);
-    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
-    long long n = v.get<long long>();
-    if (n < INT32_MIN || n > INT32_MAX) bad(where + "." + key + " is out of range");
-    return static_cast<int32_t>(n);
+int32_t number_of(const scenario_part& part, const json& o, const char* key, int32_t fallback, const std::string& where) {
+    return static_cast<int32_t>(part.integer_at(o, key, fallback, INT32_MIN, INT32_MAX, where));
 }
 
 int32_t detail_state_for(int32_t list_state) {
@@ -94,85 +84,75 @@ int32_t detail_state_for(int32_t list_state) {
     return XAM_ADS_DETAIL_STATE_STOPPED;
 }
 
-installed_app parse_app(const json& a) {
-    static const char* const keys[] = {"id", "name", "names", "version", "type", "state", "detail_state",
-                                       "button_label", "vendor", "category", "icon_path", "area", "path",
-                                       "top_url", "app_file", "login_url", "pc_cfg_url", "menu_url", "libraries"};
-    if (!a.is_object()) bad("an installed application must be an object");
-    for (const auto& item : a.items()) {
-        if (std::none_of(std::begin(keys), std::end(keys), [&](const char* k) { return item.key() == k; })) {
-            bad("unknown key \"" + item.key() + "\" in an application");
-        }
-    }
-    if (!a.contains("id") || !a.at("id").is_string()) bad("an application needs an id");
+installed_app parse_app(const scenario_part& part, const json& a) {
+    part.only_keys(a,
+                   {"id", "name", "names", "version", "type", "state", "detail_state", "button_label", "vendor",
+                    "category", "icon_path", "area", "path", "top_url", "app_file", "login_url", "pc_cfg_url",
+                    "menu_url", "libraries"},
+                   "an application");
+    if (!a.contains("id") || !a.at("id").is_string()) part.fail("an application needs an id");
     installed_app app;
     app.id = a.at("id").get<std::string>();
     std::string where = "application " + app.id;
-    app.name = text_of(a, "name", where);
+    app.name = part.text_at(a, "name", where);
     if (a.contains("names")) {
-        if (!a.at("names").is_object()) bad(where + ".names must be an object");
+        if (!a.at("names").is_object()) part.fail(where + ".names must be an object");
         for (const auto& item : a.at("names").items()) {
-            if (!item.value().is_string()) bad(where + ".names values must be strings");
+            if (!item.value().is_string()) part.fail(where + ".names values must be strings");
             try {
                 app.names[std::stoi(item.key())] = item.value().get<std::string>();
             } catch (const std::logic_error&) {
-                bad(where + ".names keys must be language numbers");
+                part.fail(where + ".names keys must be language numbers");
             }
         }
     }
-    app.version = text_of(a, "version", where);
-    app.type = number_of(a, "type", XAM_ADS_APP_TYPE_JAVA, where);
-    app.state = number_of(a, "state", XAM_ADS_LIST_STATE_STOPPED, where);
-    app.detail_state = number_of(a, "detail_state", detail_state_for(app.state), where);
-    app.button_label = text_of(a, "button_label", where);
-    app.vendor = text_of(a, "vendor", where);
-    app.category = number_of(a, "category", 0, where);
-    app.icon_path = text_of(a, "icon_path", where);
-    app.area = number_of(a, "area", XAM_ADS_AREA_FLASH, where);
-    app.path = text_of(a, "path", where);
-    app.top_url = text_of(a, "top_url", where);
-    app.app_file = text_of(a, "app_file", where);
-    app.login_url = text_of(a, "login_url", where);
-    app.pc_cfg_url = text_of(a, "pc_cfg_url", where);
-    app.menu_url = text_of(a, "menu_url", where);
-    if (a.contains("libraries")) {
-        if (!a.at("libraries").is_array()) bad(where + ".libraries must be a list");
-        for (const json& l : a.at("libraries")) {
-            if (!l.is_string()) bad(where + ".libraries must hold strings");
-            app.libraries.push_back(l.get<std::string>());
-        }
+    app.version = part.text_at(a, "version", where);
+    app.type = number_of(part, a, "type", XAM_ADS_APP_TYPE_JAVA, where);
+    app.state = number_of(part, a, "state", XAM_ADS_LIST_STATE_STOPPED, where);
+    app.detail_state = number_of(part, a, "detail_state", detail_state_for(app.state), where);
+    app.button_label = part.text_at(a, "button_label", where);
+    app.vendor = part.text_at(a, "vendor", where);
+    app.category = number_of(part, a, "category", 0, where);
+    app.icon_path = part.text_at(a, "icon_path", where);
+    app.area = number_of(part, a, "area", XAM_ADS_AREA_FLASH, where);
+    app.path = part.text_at(a, "path", where);
+    app.top_url = part.text_at(a, "top_url", where);
+    app.app_file = part.text_at(a, "app_file", where);
+    app.login_url = part.text_at(a, "login_url", where);
+    app.pc_cfg_url = part.text_at(a, "pc_cfg_url", where);
+    app.menu_url = part.text_at(a, "menu_url", where);
+    for (const json& l : part.list_at(a, "libraries", where)) {
+        if (!l.is_string()) part.fail(where + ".libraries must hold strings");
+        app.libraries.push_back(l.get<std::string>());
     }
     return app;
 }
 
-class app_service final : public jbrg_sim::service {
+class app_service final : public jbrg_sim::service, public jbrg_sim::registrations {
 public:
     // Under the device lock (as every member below).
     void load(const json& scenario) override {
+        const scenario_part part(scenario, "apps", {"installed", "basis_state"});
         std::vector<installed_app> next;
-        int32_t basis = -1;
-        if (scenario.contains("apps")) {
-            const json& s = scenario.at("apps");
-            if (!s.is_object()) bad("the section must be an object");
-            for (const auto& item : s.items()) {
-                if (item.key() != "installed" && item.key() != "basis_state") bad("unknown key \"" + item.key() + "\"");
+        for (const json& a : part.list_at("installed")) {
+            installed_app app = parse_app(part, a);
+            for (const installed_app& other : next) {
+                if (other.id == app.id) part.fail("application " + app.id + " is installed twice");
             }
-            if (s.contains("installed")) {
-                if (!s.at("installed").is_array()) bad("installed must be a list");
-                for (const json& a : s.at("installed")) {
-                    installed_app app = parse_app(a);
-                    for (const installed_app& other : next) {
-                        if (other.id == app.id) bad("application " + app.id + " is installed twice");
-                    }
-                    next.push_back(std::move(app));
-                }
-            }
-            basis = number_of(s, "basis_state", -1, "apps");
+            next.push_back(std::move(app));
         }
+        const int32_t basis = number_of(part, part.section(), "basis_state", -1, "");
         apps = std::move(next);
         basis_state = basis;
         results.clear();
         // Registrations belong to the running process, not to the device's content: a load keeps them.
+    }
+
+    // A reset powers the device on again: no observer is registered and registration ids start again.
+    void forget() override {
+        auto lock = jbrg_sim::device_lock();
+        observers.clear();
+        next_registration = 1;
     }
 
     installed_app* find(const char* id) {
@@ -206,9 +186,9 @@ void copy_text(char (&field)[N], const std::string& text) {
     copy_text(field, N, text);
 }
 
+// Under the device lock, as the helpers of the facade below.
 PLAT_RESULT detail_of(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail, std::optional<int32_t> lang) {
     if (app_id == nullptr || detail == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     std::memset(detail, 0, sizeof *detail);
@@ -231,7 +211,6 @@ PLAT_RESULT detail_of(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail, std::
 
 PLAT_RESULT record_result(const char* request, const char* app_id, XAM_ADS_RETCODE code) {
     if (app_id == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     app_state().results.push_back(jbrg_sim::apps::result{request, app_id, code});
     return XAM_ADS_RESULT_OK;
 }
@@ -313,15 +292,12 @@ xam_ads_facade* xam_ads_facade::xam_ads_get_instance() {
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_app_num_info(XAM_ADS_APP_TYPE type, dev_ulong* num) {
-    jbrg_sim::op call("xam_ads_get_app_num_info", type, static_cast<const void*>(num));
+    jbrg_sim::locked_op call("xam_ads_get_app_num_info", type, static_cast<const void*>(num));
     if (call.forced()) return call.result();
     if (num == nullptr) return XAM_ADS_RESULT_PARAM;
-    {
-        auto lock = jbrg_sim::device_lock();
-        *num = static_cast<dev_ulong>(std::count_if(app_state().apps.begin(), app_state().apps.end(), [&](const installed_app& a) {
-            return type == XAM_ADS_APP_TYPE_ALL || a.type == type;
-        }));
-    }
+    *num = static_cast<dev_ulong>(std::count_if(app_state().apps.begin(), app_state().apps.end(), [&](const installed_app& a) {
+        return type == XAM_ADS_APP_TYPE_ALL || a.type == type;
+    }));
     call.out("num", num);
     return XAM_ADS_RESULT_OK;
 }
@@ -329,63 +305,56 @@ PLAT_RESULT xam_ads_facade::xam_ads_get_app_num_info(XAM_ADS_APP_TYPE type, dev_
 PLAT_RESULT xam_ads_facade::xam_ads_get_app_list(XAM_ADS_APP_TYPE type, dev_ulong start, dev_ulong count,
                                                  XAM_ADS_APP_INFO* list, dev_ulong* out_count, ENV_LANG_VAL lang,
                                                  dev_ulong reserved) {
-    jbrg_sim::op call("xam_ads_get_app_list", type, start, count, static_cast<const void*>(list),
-                      static_cast<const void*>(out_count), lang, reserved);
+    jbrg_sim::locked_op call("xam_ads_get_app_list", type, start, count, static_cast<const void*>(list),
+                             static_cast<const void*>(out_count), lang, reserved);
     if (call.forced()) return call.result();
     if (out_count == nullptr || (list == nullptr && count > 0) || reserved != 0) return XAM_ADS_RESULT_PARAM;
-    {
-        auto lock = jbrg_sim::device_lock();
-        dev_ulong index = 0;
-        dev_ulong written = 0;
-        for (const installed_app& a : app_state().apps) {
-            if (type != XAM_ADS_APP_TYPE_ALL && a.type != type) continue;
-            if (index++ < start) continue;
-            if (written == count) break;
-            XAM_ADS_APP_INFO& r = list[written++];
-            std::memset(&r, 0, sizeof r);
-            copy_text(r.app_id, a.id);
-            copy_text(r.app_name, a.name_in(lang));
-            copy_text(r.version, a.version);
-            r.execution_state = a.state;
-        }
-        *out_count = written;
+    dev_ulong index = 0;
+    dev_ulong written = 0;
+    for (const installed_app& a : app_state().apps) {
+        if (type != XAM_ADS_APP_TYPE_ALL && a.type != type) continue;
+        if (index++ < start) continue;
+        if (written == count) break;
+        XAM_ADS_APP_INFO& r = list[written++];
+        std::memset(&r, 0, sizeof r);
+        copy_text(r.app_id, a.id);
+        copy_text(r.app_name, a.name_in(lang));
+        copy_text(r.version, a.version);
+        r.execution_state = a.state;
     }
+    *out_count = written;
     call.out("out_count", out_count);
     return XAM_ADS_RESULT_OK;
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_app_info_detail(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail) {
-    jbrg_sim::op call("xam_ads_get_app_info_detail", app_id, static_cast<const void*>(detail));
+    jbrg_sim::locked_op call("xam_ads_get_app_info_detail", app_id, static_cast<const void*>(detail));
     if (call.forced()) return call.result();
     return detail_of(app_id, detail, std::nullopt);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_app_info_detail(const char* app_id, XAM_ADS_APP_INFO_DETAIL* detail,
                                                         ENV_LANG_VAL lang) {
-    jbrg_sim::op call("xam_ads_get_app_info_detail", app_id, static_cast<const void*>(detail), lang);
+    jbrg_sim::locked_op call("xam_ads_get_app_info_detail", app_id, static_cast<const void*>(detail), lang);
     if (call.forced()) return call.result();
     return detail_of(app_id, detail, lang);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_library_num(const char* app_id, dev_ulong* num) {
-    jbrg_sim::op call("xam_ads_get_library_num", app_id, static_cast<const void*>(num));
+    jbrg_sim::locked_op call("xam_ads_get_library_num", app_id, static_cast<const void*>(num));
     if (call.forced()) return call.result();
     if (app_id == nullptr || num == nullptr) return XAM_ADS_RESULT_PARAM;
-    {
-        auto lock = jbrg_sim::device_lock();
-        installed_app* a = app_state().find(app_id);
-        if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
-        *num = static_cast<dev_ulong>(a->libraries.size());
-    }
+    installed_app* a = app_state().find(app_id);
+    if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
+    *num = static_cast<dev_ulong>(a->libraries.size());
     call.out("num", num);
     return XAM_ADS_RESULT_OK;
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_get_library_list(const char* app_id, dev_ulong num, char* list) {
-    jbrg_sim::op call("xam_ads_get_library_list", app_id, num, static_cast<const void*>(list));
+    jbrg_sim::locked_op call("xam_ads_get_library_list", app_id, num, static_cast<const void*>(list));
     if (call.forced()) return call.result();
     if (app_id == nullptr || (list == nullptr && num > 0)) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     // As many names as the caller has slots for; the slots beyond the application's libraries are left alone.
@@ -395,10 +364,9 @@ PLAT_RESULT xam_ads_facade::xam_ads_get_library_list(const char* app_id, dev_ulo
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_start_app(const char* app_id) {
-    jbrg_sim::op call("xam_ads_start_app", app_id);
+    jbrg_sim::locked_op call("xam_ads_start_app", app_id);
     if (call.forced()) return call.result();
     if (app_id == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     if (a->state != XAM_ADS_LIST_STATE_STOPPED) return XAM_ADS_RESULT_STATE;
@@ -408,10 +376,9 @@ PLAT_RESULT xam_ads_facade::xam_ads_start_app(const char* app_id) {
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_stop_app(const char* app_id) {
-    jbrg_sim::op call("xam_ads_stop_app", app_id);
+    jbrg_sim::locked_op call("xam_ads_stop_app", app_id);
     if (call.forced()) return call.result();
     if (app_id == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     if (a->state == XAM_ADS_LIST_STATE_STOPPED) return XAM_ADS_RESULT_STATE;
@@ -421,10 +388,9 @@ PLAT_RESULT xam_ads_facade::xam_ads_stop_app(const char* app_id) {
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_set_config_url(const char* app_id, const char* url) {
-    jbrg_sim::op call("xam_ads_set_config_url", app_id, url);
+    jbrg_sim::locked_op call("xam_ads_set_config_url", app_id, url);
     if (call.forced()) return call.result();
     if (app_id == nullptr || url == nullptr) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     installed_app* a = app_state().find(app_id);
     if (a == nullptr) return XAM_ADS_RESULT_NO_APP;
     a->config_url = url;
@@ -432,54 +398,51 @@ PLAT_RESULT xam_ads_facade::xam_ads_set_config_url(const char* app_id, const cha
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_run_app_result(const char* app_id, XAM_ADS_RETCODE result) {
-    jbrg_sim::op call("xam_ads_notify_run_app_result", app_id, jbrg_sim::arg_text(result));
+    jbrg_sim::locked_op call("xam_ads_notify_run_app_result", app_id, jbrg_sim::arg_text(result));
     if (call.forced()) return call.result();
     return record_result("run_app", app_id, result);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_terminate_app_result(const char* app_id, XAM_ADS_RETCODE result) {
-    jbrg_sim::op call("xam_ads_notify_terminate_app_result", app_id, jbrg_sim::arg_text(result));
+    jbrg_sim::locked_op call("xam_ads_notify_terminate_app_result", app_id, jbrg_sim::arg_text(result));
     if (call.forced()) return call.result();
     return record_result("terminate_app", app_id, result);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_open_window_result(const char* app_id, XAM_ADS_RETCODE result) {
-    jbrg_sim::op call("xam_ads_notify_open_window_result", app_id, jbrg_sim::arg_text(result));
+    jbrg_sim::locked_op call("xam_ads_notify_open_window_result", app_id, jbrg_sim::arg_text(result));
     if (call.forced()) return call.result();
     return record_result("open_window", app_id, result);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_close_window_result(const char* app_id, XAM_ADS_RETCODE result) {
-    jbrg_sim::op call("xam_ads_notify_close_window_result", app_id, jbrg_sim::arg_text(result));
+    jbrg_sim::locked_op call("xam_ads_notify_close_window_result", app_id, jbrg_sim::arg_text(result));
     if (call.forced()) return call.result();
     return record_result("close_window", app_id, result);
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_notify_ovpl_basis_state(XAM_ADS_BASIS_TYPE type, XAM_ADS_BASIS_STATE state) {
-    jbrg_sim::op call("xam_ads_notify_ovpl_basis_state", type, state);
+    jbrg_sim::locked_op call("xam_ads_notify_ovpl_basis_state", type, state);
     if (call.forced()) return call.result();
     if (type != XAM_ADS_BASIS_TYPE_JAVA) return XAM_ADS_RESULT_PARAM;
     if (state != XAM_ADS_BASIS_STATE_NOT_READY && state != XAM_ADS_BASIS_STATE_READY) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     app_state().basis_state = state;
     return XAM_ADS_RESULT_OK;
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_add_app_operation_observer(xam_ads_app_operation_observer* observer,
                                                                XAM_ADS_BASIS_TYPE type, dev_ulong& id) {
-    jbrg_sim::op call("xam_ads_add_app_operation_observer", static_cast<const void*>(observer), type);
+    jbrg_sim::locked_op call("xam_ads_add_app_operation_observer", static_cast<const void*>(observer), type);
     if (call.forced()) return call.result();
     if (observer == nullptr || type != XAM_ADS_BASIS_TYPE_JAVA) return XAM_ADS_RESULT_PARAM;
-    auto lock = jbrg_sim::device_lock();
     id = app_state().next_registration++;
     app_state().observers.emplace_back(id, observer);
     return XAM_ADS_RESULT_OK;
 }
 
 PLAT_RESULT xam_ads_facade::xam_ads_remove_app_operation_observer(dev_ulong id) {
-    jbrg_sim::op call("xam_ads_remove_app_operation_observer", id);
+    jbrg_sim::locked_op call("xam_ads_remove_app_operation_observer", id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     auto& list = app_state().observers;
     auto it = std::find_if(list.begin(), list.end(), [&](const auto& r) { return r.first == id; });
     if (it == list.end()) return XAM_ADS_RESULT_ERR;

@@ -34,7 +34,7 @@
 #include <string>
 #include <vector>
 
-#include "auth_internal.h"
+#include "jbrg_sim/auth.h"
 #include "sim.h"
 #include "sim_internal.h"
 #include "user_internal.h"
@@ -45,17 +45,6 @@ namespace {
 using json = nlohmann::json;
 
 constexpr long long kDefaultLoginLimit = 8;
-
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario auth: " + what); }
-
-long long integer(const json& object, const char* key, long long fallback, long long low, long long high) {
-    if (!object.contains(key)) return fallback;
-    const json& v = object.at(key);
-    if (!v.is_number_integer()) bad(std::string(key) + " must be an integer");
-    long long n = v.get<long long>();
-    if (n < low || n > high) bad(std::string(key) + " is out of range");
-    return n;
-}
 
 bool known_mode(long long mode) { return mode >= XSI_AIS_AUTH_AUTHMODE_OFF && mode <= XSI_AIS_AUTH_AUTHMODE_NETWORK; }
 bool known_func_mode(long long mode) { return mode == XSI_AIS_MODE_10_VAL_OFF || mode == XSI_AIS_MODE_10_VAL_ON; }
@@ -70,41 +59,27 @@ struct login {
 class auth_service final : public jbrg_sim::service {
 public:
     void load(const json& scenario) override {
-        const json none = json::object();
-        const json& s = scenario.contains("auth") ? scenario.at("auth") : none;
-        if (!s.is_object()) bad("the section must be an object");
-        for (const auto& item : s.items()) {
-            static const char* const keys[] = {"mode", "func_auth_mode", "login_limit", "first_certificate",
-                                               "panel_user", "domain_users"};
-            if (std::none_of(std::begin(keys), std::end(keys), [&](const char* k) { return item.key() == k; })) {
-                bad("unknown key \"" + item.key() + "\"");
-            }
-        }
-        long long mode = integer(s, "mode", XSI_AIS_AUTH_AUTHMODE_LOCAL, INT32_MIN, INT32_MAX);
-        if (!known_mode(mode)) bad("mode is not a mode of the device");
-        long long func_mode = integer(s, "func_auth_mode", XSI_AIS_MODE_10_VAL_OFF, INT32_MIN, INT32_MAX);
-        if (!known_func_mode(func_mode)) bad("func_auth_mode is not a mode of the device");
-        long long limit = integer(s, "login_limit", kDefaultLoginLimit, 0, UINT32_MAX);
-        long long first = integer(s, "first_certificate", 1, 1, UINT32_MAX);
-        std::string panel;
-        if (s.contains("panel_user")) {
-            if (!s.at("panel_user").is_string()) bad("panel_user must be a string");
-            panel = s.at("panel_user").get<std::string>();
-        }
+        const jbrg_sim::scenario_part part(
+            scenario, "auth",
+            {"mode", "func_auth_mode", "login_limit", "first_certificate", "panel_user", "domain_users"});
+        long long mode = part.integer_at("mode", XSI_AIS_AUTH_AUTHMODE_LOCAL, INT32_MIN, INT32_MAX);
+        if (!known_mode(mode)) part.fail("mode is not a mode of the device");
+        long long func_mode = part.integer_at("func_auth_mode", XSI_AIS_MODE_10_VAL_OFF, INT32_MIN, INT32_MAX);
+        if (!known_func_mode(func_mode)) part.fail("func_auth_mode is not a mode of the device");
+        long long limit = part.integer_at("login_limit", kDefaultLoginLimit, 0, UINT32_MAX);
+        long long first = part.integer_at("first_certificate", 1, 1, UINT32_MAX);
+        std::string panel = part.text_at("panel_user");
         std::vector<jbrg_sim::user_account> domain_users;
-        if (s.contains("domain_users")) {
-            if (!s.at("domain_users").is_array()) bad("domain_users must be a list");
-            for (const json& entry : s.at("domain_users")) {
-                std::string where = "domain user " + std::to_string(domain_users.size() + 1);
-                jbrg_sim::user_account user = jbrg_sim::read_account(entry, where);
-                if (user.domain.empty()) bad(where + " has no domain");
-                for (const auto& other : domain_users) {
-                    if (other.login_name == user.login_name && other.domain == user.domain) {
-                        bad(where + " is given twice");
-                    }
+        for (const json& entry : part.list_at("domain_users")) {
+            std::string where = "domain user " + std::to_string(domain_users.size() + 1);
+            jbrg_sim::user_account user = jbrg_sim::read_account(part, entry, where);
+            if (user.domain.empty()) part.fail(where + " has no domain");
+            for (const auto& other : domain_users) {
+                if (other.login_name == user.login_name && other.domain == user.domain) {
+                    part.fail(where + " is given twice");
                 }
-                domain_users.push_back(std::move(user));
             }
+            domain_users.push_back(std::move(user));
         }
 
         mode_ = static_cast<XSI_AIS_AUTH_AUTHMODE>(mode);
@@ -175,10 +150,10 @@ auth_service& auth() {
 
 const void* ptr(const void* p) { return p; }
 
+// The operations' common parts, under the device lock their operation holds.
 PLAT_RESULT do_login(const jbrg_sim::op& call, const std::string& login_name, const std::string& password,
                      XSI_AIS_AUTH_AUTHMODE mode, const std::string& domain, dev_ulong* cert_id) {
     if (cert_id == nullptr || !known_mode(mode)) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     auth_service& a = auth();
     const jbrg_sim::user_account* user = nullptr;
     PLAT_RESULT result = a.check(login_name, password, domain, user);
@@ -188,14 +163,12 @@ PLAT_RESULT do_login(const jbrg_sim::op& call, const std::string& login_name, co
 }
 
 PLAT_RESULT do_logout(dev_ulong cert_id) {
-    auto lock = jbrg_sim::device_lock();
     return auth().logins.erase(cert_id) == 1 ? XSI_AIS_AUTH_OK : XSI_AIS_AUTH_ERR_INVALID_CERTIFICATE;
 }
 
 PLAT_RESULT do_rights(const jbrg_sim::op& call, const std::string& login_name, const std::string& password,
                       const std::string& domain, XSI_AIS_AUTH_RIGHTS* rights) {
     if (rights == nullptr) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     const jbrg_sim::user_account* user = nullptr;
     PLAT_RESULT result = auth().check(login_name, password, domain, user);
     dev_long value = static_cast<dev_long>(*rights);
@@ -207,10 +180,10 @@ PLAT_RESULT do_rights(const jbrg_sim::op& call, const std::string& login_name, c
 
 }  // namespace
 
-bool jbrg_sim::certificate_valid(dev_ulong id) {
+bool jbrg_sim::auth::logged_in(uint32_t id) {
     jbrg_sim::ensure_loaded();
     auto lock = jbrg_sim::device_lock();
-    return auth().logins.count(id) != 0;
+    return ::auth().logins.count(id) != 0;
 }
 
 // ---- The facade ---------------------------------------------------------------------------------------
@@ -224,7 +197,7 @@ xsi_ais_auth_facade* xsi_ais_auth_facade::xsi_ais_auth_get_instance() {
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_account_login(const std::string& login_name,
                                                             const std::string& password, XSI_AIS_AUTH_AUTHMODE mode,
                                                             dev_ulong* cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_account_login", login_name, password, mode, ptr(cert_id));
+    jbrg_sim::locked_op call("xsi_ais_auth_account_login", login_name, password, mode, ptr(cert_id));
     if (call.forced()) return call.result();
     return do_login(call, login_name, password, mode, std::string(), cert_id);
 }
@@ -232,29 +205,28 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_account_login(const std::string& l
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_account_login(const std::string& login_name,
                                                             const std::string& password, XSI_AIS_AUTH_AUTHMODE mode,
                                                             const std::string& domain, dev_ulong* cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_account_login", login_name, password, mode, domain, ptr(cert_id));
+    jbrg_sim::locked_op call("xsi_ais_auth_account_login", login_name, password, mode, domain, ptr(cert_id));
     if (call.forced()) return call.result();
     return do_login(call, login_name, password, mode, domain, cert_id);
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_logout(dev_ulong cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_logout", cert_id);
+    jbrg_sim::locked_op call("xsi_ais_auth_logout", cert_id);
     if (call.forced()) return call.result();
     return do_logout(cert_id);
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_logout_bkg(dev_ulong cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_logout_bkg", cert_id);
+    jbrg_sim::locked_op call("xsi_ais_auth_logout_bkg", cert_id);
     if (call.forced()) return call.result();
     return do_logout(cert_id);
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_userinfo(XSI_AIS_AUTH_USERKIND kind,
                                                            XSI_AIS_USERINFO_RECORD& info) {
-    jbrg_sim::op call("xsi_ais_auth_get_userinfo", kind, ptr(&info));
+    jbrg_sim::locked_op call("xsi_ais_auth_get_userinfo", kind, ptr(&info));
     if (call.forced()) return call.result();
     if (kind != XSI_AIS_AUTH_USERKIND_PANEL && kind != XSI_AIS_AUTH_USERKIND_LATEST) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     const jbrg_sim::user_account* user = auth().user_of(kind);
     if (user == nullptr) return XSI_AIS_AUTH_ERR_NOT_FOUND;
     std::memset(&info, 0, sizeof info);
@@ -276,10 +248,9 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_userinfo(XSI_AIS_AUTH_USERKIND
 
 // Out "mode": the device's authentication mode.
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_authentication_mode(XSI_AIS_AUTH_AUTHMODE* mode) {
-    jbrg_sim::op call("xsi_ais_auth_get_authentication_mode", ptr(mode));
+    jbrg_sim::locked_op call("xsi_ais_auth_get_authentication_mode", ptr(mode));
     if (call.forced()) return call.result();
     if (mode == nullptr) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     dev_long value = auth().mode_;
     call.out("mode", &value);
     *mode = static_cast<XSI_AIS_AUTH_AUTHMODE>(value);
@@ -287,10 +258,9 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_authentication_mode(XSI_AIS_AU
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_set_authentication_mode(XSI_AIS_AUTH_AUTHMODE mode) {
-    jbrg_sim::op call("xsi_ais_auth_set_authentication_mode", mode);
+    jbrg_sim::locked_op call("xsi_ais_auth_set_authentication_mode", mode);
     if (call.forced()) return call.result();
     if (!known_mode(mode)) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     auth().mode_ = mode;
     return XSI_AIS_AUTH_OK;
 }
@@ -298,24 +268,23 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_set_authentication_mode(XSI_AIS_AU
 // Out "rights": the user's rights.
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_rights(const std::string& login_name, const std::string& password,
                                                          XSI_AIS_AUTH_RIGHTS* rights) {
-    jbrg_sim::op call("xsi_ais_auth_get_rights", login_name, password, ptr(rights));
+    jbrg_sim::locked_op call("xsi_ais_auth_get_rights", login_name, password, ptr(rights));
     if (call.forced()) return call.result();
     return do_rights(call, login_name, password, std::string(), rights);
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_get_rights(const std::string& login_name, const std::string& password,
                                                          const std::string& domain, XSI_AIS_AUTH_RIGHTS* rights) {
-    jbrg_sim::op call("xsi_ais_auth_get_rights", login_name, password, domain, ptr(rights));
+    jbrg_sim::locked_op call("xsi_ais_auth_get_rights", login_name, password, domain, ptr(rights));
     if (call.forced()) return call.result();
     return do_rights(call, login_name, password, domain, rights);
 }
 
 // Out "cert_id": the new certificate id.
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_idm_login(const char* card_data, dev_ulong* cert_id) {
-    jbrg_sim::op call("xsi_ais_auth_idm_login", card_data, ptr(cert_id));
+    jbrg_sim::locked_op call("xsi_ais_auth_idm_login", card_data, ptr(cert_id));
     if (call.forced()) return call.result();
     if (card_data == nullptr || cert_id == nullptr) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     const jbrg_sim::user_account* user = jbrg_sim::find_card_account(card_data);
     PLAT_RESULT result = user == nullptr ? XSI_AIS_AUTH_ERR_NOT_FOUND : auth().begin(*user, *cert_id);
     call.out("cert_id", cert_id);
@@ -323,10 +292,9 @@ PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_idm_login(const char* card_data, d
 }
 
 PLAT_RESULT xsi_ais_auth_facade::xsi_ais_auth_set_func_auth_mode(XSI_AIS_MODE_10_VAL mode) {
-    jbrg_sim::op call("xsi_ais_auth_set_func_auth_mode", mode);
+    jbrg_sim::locked_op call("xsi_ais_auth_set_func_auth_mode", mode);
     if (call.forced()) return call.result();
     if (!known_func_mode(mode)) return XSI_AIS_AUTH_ERR_PARAM;
-    auto lock = jbrg_sim::device_lock();
     auth().func_mode_ = mode;
     return XSI_AIS_AUTH_OK;
 }

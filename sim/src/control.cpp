@@ -40,6 +40,11 @@ std::vector<service*>& services() {
     return *list;
 }
 
+std::vector<registrations*>& registration_lists() {
+    static auto* lists = new std::vector<registrations*>;
+    return *lists;
+}
+
 // Traces kept for the control surface; older lines are dropped first.
 constexpr std::size_t kMaxTraces = 20000;
 
@@ -87,6 +92,11 @@ std::unique_lock<std::recursive_mutex> device_lock() {
 }
 
 service::service() { services().push_back(this); }
+
+registrations::registrations() {
+    auto lock = device_lock();
+    registration_lists().push_back(this);
+}
 
 op::op(const char* name, std::vector<std::string> args) : name_(name) {
     ensure_loaded();
@@ -160,6 +170,11 @@ void reset() {
         text = control().scenario_text;
     }
     apply_scenario(text);
+    {
+        // Powered on again: the observers registered before are gone.
+        auto lock = device_lock();
+        for (registrations* r : registration_lists()) r->forget();
+    }
     clear_forcing();
     clear_calls();
     clear_traces();

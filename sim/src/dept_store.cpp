@@ -31,6 +31,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "scenario.h"
 #include "sim.h"
 #include "xsi_pbfs_dept.h"
 
@@ -66,80 +67,41 @@ struct contents {
 
 // ---- The scenario's "departments" section --------------------------------------------------------------
 
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario departments: " + what); }
-
-void only_keys(const json& object, std::initializer_list<const char*> keys, const std::string& where) {
-    if (!object.is_object()) bad(where + " must be an object");
-    for (const auto& item : object.items()) {
-        bool listed = false;
-        for (const char* k : keys) listed = listed || item.key() == k;
-        if (!listed) bad("unknown key \"" + item.key() + "\" in " + where);
-    }
-}
-
-long long integer(const json& object, const char* key, long long fallback, long long low, long long high,
-                  const std::string& where) {
-    if (!object.contains(key)) return fallback;
-    const json& v = object.at(key);
-    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
-    long long n = v.get<long long>();
-    if (n < low || n > high) bad(where + "." + key + " is out of range");
-    return n;
-}
-
-void text(const json& object, const char* key, char* field, std::size_t capacity, const std::string& where) {
-    if (!object.contains(key)) return;
-    if (!object.at(key).is_string()) bad(where + "." + key + " must be a string");
-    std::string value = object.at(key).get<std::string>();
-    if (value.size() >= capacity) bad(where + "." + key + " is longer than " + std::to_string(capacity - 1));
-    std::memcpy(field, value.c_str(), value.size() + 1);
-}
-
 template <class T>
-void numbers(const json& object, const char* key, T* values, std::size_t count, long long low, long long high,
-             const std::string& where) {
-    if (!object.contains(key)) return;
-    const json& list = object.at(key);
-    if (!list.is_array()) bad(where + "." + key + " must be a list");
-    if (list.size() > count) bad(where + "." + key + " has more than " + std::to_string(count) + " values");
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        if (!list[i].is_number_integer()) bad(where + "." + key + " holds integers only");
-        long long n = list[i].get<long long>();
-        if (n < low || n > high) bad(where + "." + key + " has a value out of range");
-        values[i] = static_cast<T>(n);
-    }
+void numbers(const jbrg_sim::scenario_part& part, const json& object, const char* key, T* values, std::size_t count,
+             long long low, long long high, const std::string& where) {
+    const json& list = part.list_at(object, key, where);
+    const std::string name = where + "." + key;
+    if (list.size() > count) part.fail(name + " has more than " + std::to_string(count) + " values");
+    for (std::size_t i = 0; i < list.size(); ++i) values[i] = static_cast<T>(part.integer(list[i], low, high, name));
 }
 
 contents parse(const json& scenario) {
     contents c;
-    const json none = json::object();
-    const json& s = scenario.contains("departments") ? scenario.at("departments") : none;
-    only_keys(s, {"mode", "mix_mode", "invalid_dept_mode", "limit_action", "capacity", "accounts"}, "departments");
-    c.mode.dept = integer(s, "mode", c.mode.dept, 0, kDeptModeLast, "departments");
-    c.mode.mix = integer(s, "mix_mode", c.mode.mix, 0, kMixModeLast, "departments");
-    c.mode.invalid_dept = integer(s, "invalid_dept_mode", c.mode.invalid_dept, 0, kInvalidDeptModeLast, "departments");
-    c.mode.limit_action = integer(s, "limit_action", c.mode.limit_action, 0, kLimitActionLast, "departments");
-    c.capacity = integer(s, "capacity", c.capacity, 0, INT32_MAX, "departments");
-    if (s.contains("accounts")) {
-        if (!s.at("accounts").is_array()) bad("accounts must be a list");
-        for (const json& a : s.at("accounts")) {
-            only_keys(a, {"id", "name", "restrictions", "reserved", "limits", "flags", "counters"}, "an account");
-            if (!a.contains("id")) bad("an account has no id");
-            XSI_PBFS_DEPT_DEPTINFO d{};
-            text(a, "id", d.id, sizeof d.id, "account");
-            std::string where = std::string("account \"") + d.id + "\"";
-            if (d.id[0] == '\0') bad("an account id is empty");
-            if (c.departments.count(d.id) != 0) bad(where + " is defined twice");
-            text(a, "name", d.name, sizeof d.name, where);
-            numbers(a, "restrictions", d.restriction, XSI_PBFS_DEPT_SLOT_COUNT, INT32_MIN, INT32_MAX, where);
-            numbers(a, "limits", d.limit, XSI_PBFS_DEPT_SLOT_COUNT, INT32_MIN, INT32_MAX, where);
-            d.reserved = static_cast<dev_ulong>(integer(a, "reserved", 0, 0, UINT32_MAX, where));
-            d.flags = static_cast<dev_ulong>(integer(a, "flags", 0, 0, UINT32_MAX, where));
-            numbers(a, "counters", d.counter, XSI_PBFS_DEPT_COUNTER_COUNT, 0, UINT32_MAX, where);
-            c.departments[d.id] = d;
-        }
+    const jbrg_sim::scenario_part part(scenario, "departments",
+                                       {"mode", "mix_mode", "invalid_dept_mode", "limit_action", "capacity", "accounts"});
+    c.mode.dept = part.integer_at("mode", c.mode.dept, 0, kDeptModeLast);
+    c.mode.mix = part.integer_at("mix_mode", c.mode.mix, 0, kMixModeLast);
+    c.mode.invalid_dept = part.integer_at("invalid_dept_mode", c.mode.invalid_dept, 0, kInvalidDeptModeLast);
+    c.mode.limit_action = part.integer_at("limit_action", c.mode.limit_action, 0, kLimitActionLast);
+    c.capacity = part.integer_at("capacity", c.capacity, 0, INT32_MAX);
+    for (const json& a : part.list_at("accounts")) {
+        part.only_keys(a, {"id", "name", "restrictions", "reserved", "limits", "flags", "counters"}, "an account");
+        if (!a.contains("id")) part.fail("an account has no id");
+        XSI_PBFS_DEPT_DEPTINFO d{};
+        part.text_into(a, "id", d.id, "account");
+        std::string where = std::string("account \"") + d.id + "\"";
+        if (d.id[0] == '\0') part.fail("an account id is empty");
+        if (c.departments.count(d.id) != 0) part.fail(where + " is defined twice");
+        part.text_into(a, "name", d.name, where);
+        numbers(part, a, "restrictions", d.restriction, XSI_PBFS_DEPT_SLOT_COUNT, INT32_MIN, INT32_MAX, where);
+        numbers(part, a, "limits", d.limit, XSI_PBFS_DEPT_SLOT_COUNT, INT32_MIN, INT32_MAX, where);
+        d.reserved = static_cast<dev_ulong>(part.integer_at(a, "reserved", 0, 0, UINT32_MAX, where));
+        d.flags = static_cast<dev_ulong>(part.integer_at(a, "flags", 0, 0, UINT32_MAX, where));
+        numbers(part, a, "counters", d.counter, XSI_PBFS_DEPT_COUNTER_COUNT, 0, UINT32_MAX, where);
+        c.departments[d.id] = d;
     }
-    if (static_cast<long long>(c.departments.size()) > c.capacity) bad("more accounts than the capacity");
+    if (static_cast<long long>(c.departments.size()) > c.capacity) part.fail("more accounts than the capacity");
     return c;
 }
 
@@ -209,10 +171,9 @@ xsi_pbfs_dept_facade* xsi_pbfs_dept_facade::xsi_pbfs_dept_get_instance() {
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_add_hide_dept(const XSI_PBFS_DEPT_DEPTINFO& info) {
-    jbrg_sim::op call("xsi_pbfs_dept_add_hide_dept", static_cast<const void*>(&info));
+    jbrg_sim::locked_op call("xsi_pbfs_dept_add_hide_dept", static_cast<const void*>(&info));
     if (call.forced()) return call.result();
     if (!acceptable(info)) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     if (find(info.id) != nullptr) return XSI_PBFS_DEPT_EXIST;
     if (static_cast<long long>(store().state.departments.size()) >= store().state.capacity) return XSI_PBFS_DEPT_NG;
     XSI_PBFS_DEPT_DEPTINFO stored{};
@@ -222,10 +183,9 @@ PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_add_hide_dept(const XSI_PBFS_DEP
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_update_hide_dept(const XSI_PBFS_DEPT_DEPTINFO& info) {
-    jbrg_sim::op call("xsi_pbfs_dept_update_hide_dept", static_cast<const void*>(&info));
+    jbrg_sim::locked_op call("xsi_pbfs_dept_update_hide_dept", static_cast<const void*>(&info));
     if (call.forced()) return call.result();
     if (!acceptable(info)) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     XSI_PBFS_DEPT_DEPTINFO* stored = find(info.id);
     if (stored == nullptr) return XSI_PBFS_DEPT_NOT_FOUND;
     take_settings(*stored, info);
@@ -233,26 +193,23 @@ PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_update_hide_dept(const XSI_PBFS_
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_delete_hide_dept(const char* id) {
-    jbrg_sim::op call("xsi_pbfs_dept_delete_hide_dept", id);
+    jbrg_sim::locked_op call("xsi_pbfs_dept_delete_hide_dept", id);
     if (call.forced()) return call.result();
     if (id == nullptr) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     return store().state.departments.erase(id) == 0 ? XSI_PBFS_DEPT_NOT_FOUND : XSI_PBFS_DEPT_OK;
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_delete_all_hide_dept() {
-    jbrg_sim::op call("xsi_pbfs_dept_delete_all_hide_dept");
+    jbrg_sim::locked_op call("xsi_pbfs_dept_delete_all_hide_dept");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     store().state.departments.clear();
     return XSI_PBFS_DEPT_OK;
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_retrieve_hide_dept(const char* id, XSI_PBFS_DEPT_DEPTINFO* info) {
-    jbrg_sim::op call("xsi_pbfs_dept_retrieve_hide_dept", id, static_cast<const void*>(info));
+    jbrg_sim::locked_op call("xsi_pbfs_dept_retrieve_hide_dept", id, static_cast<const void*>(info));
     if (call.forced()) return call.result();
     if (id == nullptr || info == nullptr) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     const XSI_PBFS_DEPT_DEPTINFO* stored = find(id);
     if (stored == nullptr) return XSI_PBFS_DEPT_NOT_FOUND;
     *info = *stored;
@@ -260,10 +217,9 @@ PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_retrieve_hide_dept(const char* i
 }
 
 PLAT_RESULT xsi_pbfs_dept_facade::xsi_pbfs_dept_reset_hide_dept_counter(const char* id) {
-    jbrg_sim::op call("xsi_pbfs_dept_reset_hide_dept_counter", id);
+    jbrg_sim::locked_op call("xsi_pbfs_dept_reset_hide_dept_counter", id);
     if (call.forced()) return call.result();
     if (id == nullptr) return XSI_PBFS_DEPT_NG;
-    auto lock = jbrg_sim::device_lock();
     XSI_PBFS_DEPT_DEPTINFO* stored = find(id);
     if (stored == nullptr) return XSI_PBFS_DEPT_NOT_FOUND;
     std::memset(stored->counter, 0, sizeof stored->counter);

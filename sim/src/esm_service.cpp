@@ -2,7 +2,7 @@
 //
 // The monitor keeps the observers registered through xsi_pbfs_esm_add_observer, in registration order, and
 // sends each status message to all of them on its own IPC thread ("esm"), through the observer's dispatch().
-// Observers are the process's objects, not device state: a scenario load keeps them.
+// Observers are the process's objects, not device state: a scenario load keeps them, a reset forgets them.
 //
 // Behaviour worth knowing when reading the bridge against it:
 //   - add of a null observer or of one registered already, remove of one not registered: XSI_PBFS_ESM_NG.
@@ -23,19 +23,15 @@ namespace {
 // Answer of dispatch() to a message it cannot decode.
 constexpr PLAT_RESULT kUnknownMessage = PLAT_CODE(0xE0010001);
 
-std::vector<xsi_pbfs_esm_observer*>& registered() {
-    static auto* observers = new std::vector<xsi_pbfs_esm_observer*>;
+jbrg_sim::observer_list<xsi_pbfs_esm_observer>& registered() {
+    static auto* observers = new jbrg_sim::observer_list<xsi_pbfs_esm_observer>;
     return *observers;
 }
 
 // Sends one message to every observer registered when it is sent, on the monitor's IPC thread.
 int32_t send_message(uint32_t msg_id, std::vector<dev_ulong> words) {
     return jbrg_sim::deliver("esm", [msg_id, words]() mutable {
-        std::vector<xsi_pbfs_esm_observer*> observers;
-        {
-            auto lock = jbrg_sim::device_lock();
-            observers = registered();
-        }
+        const std::vector<xsi_pbfs_esm_observer*> observers = registered().snapshot();
         int32_t answer = 0;
         static dev_ulong sequence = 0;
         for (xsi_pbfs_esm_observer* observer : observers) {
@@ -144,23 +140,14 @@ xsi_pbfs_esm_facade* xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance() {
 PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_add_observer(xsi_pbfs_esm_observer* observer) {
     jbrg_sim::op call("xsi_pbfs_esm_add_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
-    auto& observers = registered();
-    if (observer == nullptr || std::find(observers.begin(), observers.end(), observer) != observers.end()) {
-        return XSI_PBFS_ESM_NG;
-    }
-    observers.push_back(observer);
+    if (observer == nullptr || !registered().add(observer)) return XSI_PBFS_ESM_NG;
     return XSI_PBFS_ESM_OK;
 }
 
 PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_remove_observer(xsi_pbfs_esm_observer* observer) {
     jbrg_sim::op call("xsi_pbfs_esm_remove_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
-    auto& observers = registered();
-    auto it = std::find(observers.begin(), observers.end(), observer);
-    if (observer == nullptr || it == observers.end()) return XSI_PBFS_ESM_NG;
-    observers.erase(it);
+    if (observer == nullptr || !registered().remove(observer)) return XSI_PBFS_ESM_NG;
     return XSI_PBFS_ESM_OK;
 }
 
@@ -201,9 +188,6 @@ int32_t send(uint32_t msg_id, const uint32_t* words, std::size_t count) {
     return send_message(msg_id, std::vector<dev_ulong>(words, words + count));
 }
 
-std::size_t observers() {
-    auto lock = jbrg_sim::device_lock();
-    return registered().size();
-}
+std::size_t observers() { return registered().size(); }
 
 }  // namespace jbrg_sim::esm

@@ -46,6 +46,7 @@
 
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/jobinfo.h"
+#include "scenario.h"
 #include "sim.h"
 #include "xsi_ais_jobinfo.h"
 
@@ -55,93 +56,63 @@ using json = nlohmann::json;
 
 // ---- The scenario's "jobinfo" section -------------------------------------------------------------------
 
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario jobinfo: " + what); }
+using jbrg_sim::scenario_part;
 
-void only_keys(const json& object, std::initializer_list<const char*> keys, const std::string& where) {
-    if (!object.is_object()) bad(where + " must be an object");
-    for (const auto& item : object.items()) {
-        if (std::none_of(keys.begin(), keys.end(), [&](const char* k) { return item.key() == k; })) {
-            bad("unknown key \"" + item.key() + "\" in " + where);
-        }
-    }
-}
-
-long long integer(const json& object, const char* key, long long low, long long high, const std::string& where) {
-    if (!object.contains(key)) return 0;
-    const json& v = object.at(key);
-    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
-    long long n = v.get<long long>();
-    if (n < low || n > high) bad(where + "." + key + " is out of range");
-    return n;
-}
-
-dev_ulong ulong_of(const json& object, const char* key, const std::string& where) {
-    return static_cast<dev_ulong>(integer(object, key, 0, UINT32_MAX, where));
+dev_ulong ulong_of(const scenario_part& part, const json& object, const char* key, const std::string& where) {
+    return static_cast<dev_ulong>(part.integer_at(object, key, 0, 0, UINT32_MAX, where));
 }
 
 template <class E>
-E enum_of(const json& object, const char* key, const std::string& where) {
-    return static_cast<E>(integer(object, key, INT32_MIN, INT32_MAX, where));
-}
-
-// A text field of capacity N: refused when the text and its terminating zero do not fit.
-template <std::size_t N>
-void text_of(const json& object, const char* key, char (&field)[N], const std::string& where) {
-    std::memset(field, 0, N);
-    if (!object.contains(key)) return;
-    const json& v = object.at(key);
-    if (!v.is_string()) bad(where + "." + key + " must be a string");
-    const std::string& text = v.get_ref<const std::string&>();
-    if (text.size() >= N) bad(where + "." + key + " is longer than " + std::to_string(N - 1) + " bytes");
-    std::memcpy(field, text.data(), text.size());
+E enum_of(const scenario_part& part, const json& object, const char* key, const std::string& where) {
+    return static_cast<E>(part.integer_at(object, key, 0, INT32_MIN, INT32_MAX, where));
 }
 
 // The detail object `key` of a record, or an empty object when it is left out.
-const json& detail_of(const json& object, const char* key, std::initializer_list<const char*> keys,
-                      const std::string& where) {
+const json& detail_of(const scenario_part& part, const json& object, const char* key,
+                      std::initializer_list<const char*> keys, const std::string& where) {
     static const json none = json::object();
     if (!object.contains(key)) return none;
-    only_keys(object.at(key), keys, where + "." + key);
+    part.only_keys(object.at(key), keys, where + "." + key);
     return object.at(key);
 }
 
-XSI_AIS_JOBINFO_SEND_INFO parse_send(const json& s, const std::string& where) {
-    only_keys(s, {"category", "destination_name", "result", "result_err", "fax", "i_fax", "mail", "pc"}, where);
+XSI_AIS_JOBINFO_SEND_INFO parse_send(const scenario_part& part, const json& s, const std::string& where) {
+    part.only_keys(s, {"category", "destination_name", "result", "result_err", "fax", "i_fax", "mail", "pc"}, where);
     XSI_AIS_JOBINFO_SEND_INFO info{};
-    info.category = enum_of<XSI_AIS_JOBINFO_SEND_CATEGORY_VAL>(s, "category", where);
-    text_of(s, "destination_name", info.destination_name, where);
-    info.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(s, "result", where);
-    info.result_err = ulong_of(s, "result_err", where);
-    const json& fax = detail_of(s, "fax", {"fax_no", "port_no", "page_number", "time"}, where);
-    text_of(fax, "fax_no", info.detail.fax.fax_no, where + ".fax");
-    info.detail.fax.port_no = ulong_of(fax, "port_no", where + ".fax");
-    info.detail.fax.page_number = ulong_of(fax, "page_number", where + ".fax");
-    info.detail.fax.time = ulong_of(fax, "time", where + ".fax");
-    text_of(detail_of(s, "i_fax", {"i_fax_address"}, where), "i_fax_address", info.detail.i_fax.i_fax_address,
+    info.category = enum_of<XSI_AIS_JOBINFO_SEND_CATEGORY_VAL>(part, s, "category", where);
+    part.text_into(s, "destination_name", info.destination_name, where);
+    info.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(part, s, "result", where);
+    info.result_err = ulong_of(part, s, "result_err", where);
+    const json& fax = detail_of(part, s, "fax", {"fax_no", "port_no", "page_number", "time"}, where);
+    part.text_into(fax, "fax_no", info.detail.fax.fax_no, where + ".fax");
+    info.detail.fax.port_no = ulong_of(part, fax, "port_no", where + ".fax");
+    info.detail.fax.page_number = ulong_of(part, fax, "page_number", where + ".fax");
+    info.detail.fax.time = ulong_of(part, fax, "time", where + ".fax");
+    part.text_into(detail_of(part, s, "i_fax", {"i_fax_address"}, where), "i_fax_address", info.detail.i_fax.i_fax_address,
             where + ".i_fax");
-    text_of(detail_of(s, "mail", {"mail_address"}, where), "mail_address", info.detail.mail.mail_address,
+    part.text_into(detail_of(part, s, "mail", {"mail_address"}, where), "mail_address", info.detail.mail.mail_address,
             where + ".mail");
-    text_of(detail_of(s, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name, where + ".pc");
+    part.text_into(detail_of(part, s, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name, where + ".pc");
     return info;
 }
 
-XSI_AIS_JOBINFO_RECEIVE_INFO parse_receive(const json& r, const std::string& where) {
-    only_keys(r, {"category", "fax", "i_fax", "mail", "pc"}, where);
+XSI_AIS_JOBINFO_RECEIVE_INFO parse_receive(const scenario_part& part, const json& r, const std::string& where) {
+    part.only_keys(r, {"category", "fax", "i_fax", "mail", "pc"}, where);
     XSI_AIS_JOBINFO_RECEIVE_INFO info{};
-    info.category = enum_of<XSI_AIS_JOBINFO_RECEIVE_CATEGORY_VAL>(r, "category", where);
+    info.category = enum_of<XSI_AIS_JOBINFO_RECEIVE_CATEGORY_VAL>(part, r, "category", where);
     const json& fax =
-        detail_of(r, "fax", {"destination_name", "fax_no", "port_no", "time", "result", "result_err"}, where);
-    text_of(fax, "destination_name", info.detail.fax.destination_name, where + ".fax");
-    text_of(fax, "fax_no", info.detail.fax.fax_no, where + ".fax");
-    info.detail.fax.port_no = ulong_of(fax, "port_no", where + ".fax");
-    info.detail.fax.time = ulong_of(fax, "time", where + ".fax");
-    info.detail.fax.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(fax, "result", where + ".fax");
-    info.detail.fax.result_err = ulong_of(fax, "result_err", where + ".fax");
-    text_of(detail_of(r, "i_fax", {"i_fax_address"}, where), "i_fax_address", info.detail.i_fax.i_fax_address,
+        detail_of(part, r, "fax", {"destination_name", "fax_no", "port_no", "time", "result", "result_err"}, where);
+    part.text_into(fax, "destination_name", info.detail.fax.destination_name, where + ".fax");
+    part.text_into(fax, "fax_no", info.detail.fax.fax_no, where + ".fax");
+    info.detail.fax.port_no = ulong_of(part, fax, "port_no", where + ".fax");
+    info.detail.fax.time = ulong_of(part, fax, "time", where + ".fax");
+    info.detail.fax.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(part, fax, "result", where + ".fax");
+    info.detail.fax.result_err = ulong_of(part, fax, "result_err", where + ".fax");
+    part.text_into(detail_of(part, r, "i_fax", {"i_fax_address"}, where), "i_fax_address", info.detail.i_fax.i_fax_address,
             where + ".i_fax");
-    text_of(detail_of(r, "mail", {"mail_address"}, where), "mail_address", info.detail.mail.mail_address,
+    part.text_into(detail_of(part, r, "mail", {"mail_address"}, where), "mail_address", info.detail.mail.mail_address,
             where + ".mail");
-    text_of(detail_of(r, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name, where + ".pc");
+    part.text_into(detail_of(part, r, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name, where + ".pc");
     return info;
 }
 
@@ -163,8 +134,8 @@ struct history {
     std::map<dev_ulong, std::string> images;
 };
 
-entry parse_entry(const json& j, const std::string& where) {
-    only_keys(j,
+entry parse_entry(const scenario_part& part, const json& j, const std::string& where) {
+    part.only_keys(j,
               {"job_log_type", "receipt_id", "job_type", "job_name", "user_name", "login_name", "domain", "dept_code",
                "dept_name", "start_time", "end_time", "received_time", "total_time", "result", "result_err",
                "input_attribute", "output_attribute", "scan_type", "print_color_mode", "copies", "completed_copies",
@@ -172,43 +143,38 @@ entry parse_entry(const json& j, const std::string& where) {
               where);
     entry e;
     XSI_AIS_JOBINFO_JOBLOG& l = e.log;
-    if (!known_log(integer(j, "job_log_type", INT32_MIN, INT32_MAX, where))) bad(where + ".job_log_type is no log");
-    l.job_log_type = enum_of<XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL>(j, "job_log_type", where);
-    l.receipt_id = ulong_of(j, "receipt_id", where);
-    l.job_type = enum_of<XSI_AIS_JOBINFO_JOB_TYPE_VAL>(j, "job_type", where);
-    text_of(j, "job_name", l.job_name, where);
-    text_of(j, "user_name", l.user_name, where);
-    text_of(j, "login_name", l.login_name, where);
-    text_of(j, "domain", l.domain, where);
-    text_of(j, "dept_code", l.dept_code, where);
-    text_of(j, "dept_name", l.dept_name, where);
-    l.start_time = ulong_of(j, "start_time", where);
-    l.end_time = ulong_of(j, "end_time", where);
-    l.received_time = ulong_of(j, "received_time", where);
-    l.total_time = ulong_of(j, "total_time", where);
-    l.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(j, "result", where);
-    l.result_err = ulong_of(j, "result_err", where);
-    l.input_attribute = ulong_of(j, "input_attribute", where);
-    l.output_attribute = ulong_of(j, "output_attribute", where);
-    l.scan_type = enum_of<XSI_AIS_JOBINFO_SCAN_TYPE_VAL>(j, "scan_type", where);
-    l.print_color_mode = enum_of<XSI_AIS_JOBINFO_COLOR_MODE_VAL>(j, "print_color_mode", where);
-    l.copies = ulong_of(j, "copies", where);
-    l.completed_copies = ulong_of(j, "completed_copies", where);
-    l.original_page_number = ulong_of(j, "original_page_number", where);
-    l.total_page_number = ulong_of(j, "total_page_number", where);
-    l.print_completion_page_number = ulong_of(j, "print_completion_page_number", where);
-    for (const char* list : {"send", "receive"}) {
-        if (j.contains(list) && !j.at(list).is_array()) bad(where + "." + list + " must be a list");
+    if (!known_log(part.integer_at(j, "job_log_type", 0, INT32_MIN, INT32_MAX, where))) part.fail(where + ".job_log_type is no log");
+    l.job_log_type = enum_of<XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL>(part, j, "job_log_type", where);
+    l.receipt_id = ulong_of(part, j, "receipt_id", where);
+    l.job_type = enum_of<XSI_AIS_JOBINFO_JOB_TYPE_VAL>(part, j, "job_type", where);
+    part.text_into(j, "job_name", l.job_name, where);
+    part.text_into(j, "user_name", l.user_name, where);
+    part.text_into(j, "login_name", l.login_name, where);
+    part.text_into(j, "domain", l.domain, where);
+    part.text_into(j, "dept_code", l.dept_code, where);
+    part.text_into(j, "dept_name", l.dept_name, where);
+    l.start_time = ulong_of(part, j, "start_time", where);
+    l.end_time = ulong_of(part, j, "end_time", where);
+    l.received_time = ulong_of(part, j, "received_time", where);
+    l.total_time = ulong_of(part, j, "total_time", where);
+    l.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(part, j, "result", where);
+    l.result_err = ulong_of(part, j, "result_err", where);
+    l.input_attribute = ulong_of(part, j, "input_attribute", where);
+    l.output_attribute = ulong_of(part, j, "output_attribute", where);
+    l.scan_type = enum_of<XSI_AIS_JOBINFO_SCAN_TYPE_VAL>(part, j, "scan_type", where);
+    l.print_color_mode = enum_of<XSI_AIS_JOBINFO_COLOR_MODE_VAL>(part, j, "print_color_mode", where);
+    l.copies = ulong_of(part, j, "copies", where);
+    l.completed_copies = ulong_of(part, j, "completed_copies", where);
+    l.original_page_number = ulong_of(part, j, "original_page_number", where);
+    l.total_page_number = ulong_of(part, j, "total_page_number", where);
+    l.print_completion_page_number = ulong_of(part, j, "print_completion_page_number", where);
+    const json& sends = part.list_at(j, "send", where);
+    const json& receives = part.list_at(j, "receive", where);
+    for (const json& s : sends) {
+        e.sends.push_back(parse_send(part, s, where + ".send[" + std::to_string(e.sends.size()) + "]"));
     }
-    if (j.contains("send")) {
-        for (const json& s : j.at("send")) {
-            e.sends.push_back(parse_send(s, where + ".send[" + std::to_string(e.sends.size()) + "]"));
-        }
-    }
-    if (j.contains("receive")) {
-        for (const json& r : j.at("receive")) {
-            e.receives.push_back(parse_receive(r, where + ".receive[" + std::to_string(e.receives.size()) + "]"));
-        }
+    for (const json& r : receives) {
+        e.receives.push_back(parse_receive(part, r, where + ".receive[" + std::to_string(e.receives.size()) + "]"));
     }
     // The entry counts its own records.
     l.send_num = static_cast<dev_ulong>(e.sends.size());
@@ -218,32 +184,23 @@ entry parse_entry(const json& j, const std::string& where) {
 
 history parse(const json& scenario) {
     history h;
-    const json none = json::object();
-    const json& s = scenario.contains("jobinfo") ? scenario.at("jobinfo") : none;
-    only_keys(s, {"joblogs", "imagelogs"}, "jobinfo");
-    if (s.contains("joblogs")) {
-        if (!s.at("joblogs").is_array()) bad("joblogs must be a list");
-        for (const json& j : s.at("joblogs")) {
-            entry e = parse_entry(j, "joblog " + std::to_string(h.entries.size()));
-            entry_key key{e.log.job_log_type, e.log.receipt_id};
-            if (h.entries.count(key) != 0) {
-                bad("receipt id " + std::to_string(key.second) + " is defined twice in log " +
-                    std::to_string(key.first));
-            }
-            h.entries.emplace(key, std::move(e));
+    const scenario_part part(scenario, "jobinfo", {"joblogs", "imagelogs"});
+    for (const json& j : part.list_at("joblogs")) {
+        entry e = parse_entry(part, j, "joblog " + std::to_string(h.entries.size()));
+        entry_key key{e.log.job_log_type, e.log.receipt_id};
+        if (h.entries.count(key) != 0) {
+            part.fail("receipt id " + std::to_string(key.second) + " is defined twice in log " +
+                      std::to_string(key.first));
         }
+        h.entries.emplace(key, std::move(e));
     }
-    if (s.contains("imagelogs")) {
-        if (!s.at("imagelogs").is_array()) bad("imagelogs must be a list");
-        for (const json& i : s.at("imagelogs")) {
-            only_keys(i, {"image_id", "text"}, "an image log");
-            if (!i.contains("image_id")) bad("an image log has no image_id");
-            dev_ulong id = ulong_of(i, "image_id", "image log");
-            std::string where = "image log " + std::to_string(id);
-            if (i.contains("text") && !i.at("text").is_string()) bad(where + ".text must be a string");
-            if (h.images.count(id) != 0) bad(where + " is defined twice");
-            h.images[id] = i.contains("text") ? i.at("text").get<std::string>() : std::string();
-        }
+    for (const json& i : part.list_at("imagelogs")) {
+        part.only_keys(i, {"image_id", "text"}, "an image log");
+        if (!i.contains("image_id")) part.fail("an image log has no image_id");
+        dev_ulong id = ulong_of(part, i, "image_id", "image log");
+        std::string where = "image log " + std::to_string(id);
+        if (h.images.count(id) != 0) part.fail(where + " is defined twice");
+        h.images[id] = part.text_at(i, "text", where);
     }
     return h;
 }
@@ -331,9 +288,8 @@ xsi_ais_jobinfo_facade* xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance() {
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_joblog(unsigned int receipt_id,
                                                                     XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type,
                                                                     XSI_AIS_JOBINFO_JOBLOG& log) {
-    jbrg_sim::op call("xsi_ais_jobinfo_retrieve_joblog", receipt_id, type, ptr(&log));
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_retrieve_joblog", receipt_id, type, ptr(&log));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     log = XSI_AIS_JOBINFO_JOBLOG{};
     const entry* e = nullptr;
     if (PLAT_RESULT r = jobinfo().find(receipt_id, type, e); r != XSI_AIS_JOBINFO_OK) return r;
@@ -343,53 +299,46 @@ PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_joblog(unsigned int
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_create_send_info_list(unsigned int receipt_id,
                                                                           XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type) {
-    jbrg_sim::op call("xsi_ais_jobinfo_create_send_info_list", receipt_id, type);
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_create_send_info_list", receipt_id, type);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return create_list(jobinfo().send_list, receipt_id, type, &entry::sends);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_send_info(XSI_AIS_JOBINFO_SEND_INFO& info) {
-    jbrg_sim::op call("xsi_ais_jobinfo_get_send_info", ptr(&info));
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_get_send_info", ptr(&info));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return next_record(jobinfo().send_list, info);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_send_info_list() {
-    jbrg_sim::op call("xsi_ais_jobinfo_delete_send_info_list");
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_delete_send_info_list");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return end_list(jobinfo().send_list);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_create_receive_info_list(unsigned int receipt_id,
                                                                              XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL type) {
-    jbrg_sim::op call("xsi_ais_jobinfo_create_receive_info_list", receipt_id, type);
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_create_receive_info_list", receipt_id, type);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return create_list(jobinfo().receive_list, receipt_id, type, &entry::receives);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_receive_info(XSI_AIS_JOBINFO_RECEIVE_INFO& info) {
-    jbrg_sim::op call("xsi_ais_jobinfo_get_receive_info", ptr(&info));
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_get_receive_info", ptr(&info));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return next_record(jobinfo().receive_list, info);
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_receive_info_list() {
-    jbrg_sim::op call("xsi_ais_jobinfo_delete_receive_info_list");
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_delete_receive_info_list");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return end_list(jobinfo().receive_list);
 }
 
 // Out "text": the image log's text.
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_imagelog(dev_ulong image_id, std::string& text) {
-    jbrg_sim::op call("xsi_ais_jobinfo_retrieve_imagelog", image_id, ptr(&text));
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_retrieve_imagelog", image_id, ptr(&text));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     text.clear();
     auto& images = jobinfo().images();
     auto image = images.find(image_id);
@@ -403,9 +352,8 @@ PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_retrieve_imagelog(dev_ulong 
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_imagelog(dev_ulong image_id) {
-    jbrg_sim::op call("xsi_ais_jobinfo_delete_imagelog", image_id);
+    jbrg_sim::locked_op call("xsi_ais_jobinfo_delete_imagelog", image_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return jobinfo().images().erase(image_id) != 0 ? XSI_AIS_JOBINFO_OK : XSI_AIS_JOBINFO_NOT_FOUND;
 }
 
@@ -416,13 +364,8 @@ PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_delete_imagelog(dev_ulong im
 
 namespace {
 
-std::mutex& observers_mutex() {
-    static auto* m = new std::mutex;
-    return *m;
-}
-
-std::vector<xsi_ais_jobinfo_observer*>& observers() {
-    static auto* list = new std::vector<xsi_ais_jobinfo_observer*>;
+jbrg_sim::observer_list<xsi_ais_jobinfo_observer>& observers() {
+    static auto* list = new jbrg_sim::observer_list<xsi_ais_jobinfo_observer>;
     return *list;
 }
 
@@ -430,11 +373,7 @@ constexpr dev_ulong kJobinfoSender = 2;  // the job information service, as mess
 
 // Sends one message to every registered observer, on the service's IPC thread.
 int32_t send(int msg_id, std::vector<char> data) {
-    std::vector<xsi_ais_jobinfo_observer*> targets;
-    {
-        std::lock_guard<std::mutex> guard(observers_mutex());
-        targets = observers();
-    }
+    std::vector<xsi_ais_jobinfo_observer*> targets = observers().snapshot();
     static std::atomic<dev_ulong> sequence{0};
     return jbrg_sim::deliver("jobinfo", [targets, msg_id, data]() mutable {
         int32_t answer = 0;
@@ -531,21 +470,13 @@ PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_add_observer(xsi_ais_jobinfo
     jbrg_sim::op call("xsi_ais_jobinfo_add_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
     if (observer == nullptr) return XSI_AIS_JOBINFO_PARAM_ERROR;
-    std::lock_guard<std::mutex> guard(observers_mutex());
-    auto& list = observers();
-    if (std::find(list.begin(), list.end(), observer) != list.end()) return XSI_AIS_JOBINFO_DUPL_OBSERVER;
-    list.push_back(observer);
-    return XSI_AIS_JOBINFO_OK;
+    return observers().add(observer) ? XSI_AIS_JOBINFO_OK : XSI_AIS_JOBINFO_DUPL_OBSERVER;
 }
 
 PLAT_RESULT xsi_ais_jobinfo_facade::xsi_ais_jobinfo_remove_observer(xsi_ais_jobinfo_observer* observer) {
     jbrg_sim::op call("xsi_ais_jobinfo_remove_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
-    std::lock_guard<std::mutex> guard(observers_mutex());
-    auto& list = observers();
-    auto at = std::find(list.begin(), list.end(), observer);
-    if (observer == nullptr || at == list.end()) return XSI_AIS_JOBINFO_NO_OBSERVER;
-    list.erase(at);
+    if (observer == nullptr || !observers().remove(observer)) return XSI_AIS_JOBINFO_NO_OBSERVER;
     return XSI_AIS_JOBINFO_OK;
 }
 
@@ -578,9 +509,6 @@ int32_t notify_imagelog_create_status(unsigned int user_job_id, uint32_t image_i
     return send(XSI_AIS_JOBINFO_MSG_IMAGELOG_CREATE_STATUS, std::move(data));
 }
 
-std::size_t observer_count() {
-    std::lock_guard<std::mutex> guard(observers_mutex());
-    return observers().size();
-}
+std::size_t observer_count() { return observers().size(); }
 
 }  // namespace jbrg_sim::jobinfo

@@ -38,6 +38,7 @@
 
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/panel.h"
+#include "scenario.h"
 #include "sim.h"
 #include "sim_internal.h"
 #include "xsi_pbfs_panel.h"
@@ -47,26 +48,6 @@ namespace {
 using json = nlohmann::json;
 
 // ---- The scenario's "panel" section -------------------------------------------------------------------
-
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario panel: " + what); }
-
-void only_keys(const json& object, std::initializer_list<const char*> keys, const std::string& where) {
-    if (!object.is_object()) bad(where + " must be an object");
-    for (const auto& item : object.items()) {
-        if (std::none_of(keys.begin(), keys.end(), [&](const char* k) { return item.key() == k; })) {
-            bad("unknown key \"" + item.key() + "\" in " + where);
-        }
-    }
-}
-
-long long integer(const json& object, const char* key, long long low, long long high, const std::string& where) {
-    if (!object.contains(key)) return 0;
-    const json& v = object.at(key);
-    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
-    const long long n = v.get<long long>();
-    if (n < low || n > high) bad(where + "." + key + " out of range");
-    return n;
-}
 
 struct contents {
     std::set<int> unavailable;
@@ -83,32 +64,22 @@ struct contents {
     bool ext_auth_initialized = false;
     bool j_foundation_started = false;
     unsigned resets_ended = 0;
-    std::vector<xsi_pbfs_panel_observer*> observers;
 };
 
 contents parse(const json& scenario) {
     contents c;
-    if (!scenario.contains("panel")) return c;
-    const json& s = scenario.at("panel");
-    only_keys(s, {"unavailable_screens", "keypad"}, "panel");
-    if (s.contains("unavailable_screens")) {
-        const json& list = s.at("unavailable_screens");
-        if (!list.is_array()) bad("unavailable_screens must be a list");
-        for (const json& v : list) {
-            if (!v.is_number_integer()) bad("unavailable_screens holds integers");
-            const long long n = v.get<long long>();
-            if (n < 0 || n >= XSI_PBFS_PANEL_DISPLAY_TYPE_COUNT) bad("unknown screen " + std::to_string(n));
-            c.unavailable.insert(static_cast<int>(n));
-        }
+    const jbrg_sim::scenario_part part(scenario, "panel", {"unavailable_screens", "keypad"});
+    for (const json& v : part.list_at("unavailable_screens")) {
+        c.unavailable.insert(static_cast<int>(part.integer(v, 0, XSI_PBFS_PANEL_DISPLAY_TYPE_COUNT - 1, "a screen")));
     }
-    if (s.contains("keypad")) {
-        const json& k = s.at("keypad");
-        only_keys(k, {"display_mode", "layout", "position", "x", "y"}, "keypad");
-        c.keypad.display_mode = static_cast<dev_ulong>(integer(k, "display_mode", 0, 1, "keypad"));
-        c.keypad.layout = static_cast<dev_ulong>(integer(k, "layout", 0, 2, "keypad"));
-        c.keypad.position = static_cast<dev_ulong>(integer(k, "position", 0, 2, "keypad"));
-        c.keypad.x = static_cast<uint16_t>(integer(k, "x", 0, 65535, "keypad"));
-        c.keypad.y = static_cast<uint16_t>(integer(k, "y", 0, 65535, "keypad"));
+    if (part.has("keypad")) {
+        const json& k = part.section().at("keypad");
+        part.only_keys(k, {"display_mode", "layout", "position", "x", "y"}, "keypad");
+        c.keypad.display_mode = static_cast<dev_ulong>(part.integer_at(k, "display_mode", 0, 0, 1, "keypad"));
+        c.keypad.layout = static_cast<dev_ulong>(part.integer_at(k, "layout", 0, 0, 2, "keypad"));
+        c.keypad.position = static_cast<dev_ulong>(part.integer_at(k, "position", 0, 0, 2, "keypad"));
+        c.keypad.x = static_cast<uint16_t>(part.integer_at(k, "x", 0, 0, 65535, "keypad"));
+        c.keypad.y = static_cast<uint16_t>(part.integer_at(k, "y", 0, 0, 65535, "keypad"));
     }
     return c;
 }
@@ -117,14 +88,11 @@ contents parse(const json& scenario) {
 
 class panel_service final : public jbrg_sim::service {
 public:
-    void load(const json& scenario) override {
-        // Registered observers belong to the processes that registered them, not to the scenario.
-        std::vector<xsi_pbfs_panel_observer*> kept = std::move(state.observers);
-        state = parse(scenario);
-        state.observers = std::move(kept);
-    }
+    void load(const json& scenario) override { state = parse(scenario); }
 
     contents state;
+    // Registered observers belong to the processes that registered them, not to the scenario.
+    jbrg_sim::observer_list<xsi_pbfs_panel_observer> observers;
 };
 
 panel_service& the_panel() {
@@ -142,13 +110,13 @@ std::string keypad_text(const XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO& k) {
            ", y=" + std::to_string(k.y) + "}";
 }
 
+// Under the device lock its operation holds.
 PLAT_RESULT view_update(const jbrg_sim::op& call, std::map<std::string, int>& views, const char* app_id,
                         XSI_PBFS_PANEL_VIEW_UPDATE_TYPE type) {
     if (call.forced()) return call.result();
     if (!known_app(app_id) || type < XSI_PBFS_PANEL_VIEW_UPDATE_SHOW || type > XSI_PBFS_PANEL_VIEW_UPDATE_CLOSE) {
         return XSI_PBFS_PANEL_PARAM_ERROR;
     }
-    auto lock = jbrg_sim::device_lock();
     views[app_id] = type;
     return XSI_PBFS_PANEL_OK;
 }
@@ -158,11 +126,7 @@ bool screen_known(XSI_PBFS_PANEL_DISPLAY_TYPE type) { return type >= 0 && type <
 // Hands one message to every registered observer on the panel's IPC thread.
 int32_t send(uint32_t msg_id, std::string data) {
     return jbrg_sim::deliver("panel", [msg_id, data = std::move(data)]() mutable -> int32_t {
-        std::vector<xsi_pbfs_panel_observer*> observers;
-        {
-            auto lock = jbrg_sim::device_lock();
-            observers = the_panel().state.observers;
-        }
+        const std::vector<xsi_pbfs_panel_observer*> observers = the_panel().observers.snapshot();
         int32_t answer = 0;
         for (xsi_pbfs_panel_observer* o : observers) {
             gen_ipc_msghdr header{msg_id, 0x0701u, static_cast<dev_ulong>(data.size()), 0};
@@ -279,118 +243,100 @@ PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_add_observer(xsi_pbfs_panel_ob
     jbrg_sim::op call("xsi_pbfs_panel_add_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
     if (observer == nullptr) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
-    auto& list = the_panel().state.observers;
-    if (std::find(list.begin(), list.end(), observer) != list.end()) return XSI_PBFS_PANEL_DUPL_OBSERVER;
-    list.push_back(observer);
-    return XSI_PBFS_PANEL_OK;
+    return the_panel().observers.add(observer) ? XSI_PBFS_PANEL_OK : XSI_PBFS_PANEL_DUPL_OBSERVER;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_remove_observer(xsi_pbfs_panel_observer* observer) {
     jbrg_sim::op call("xsi_pbfs_panel_remove_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
     if (observer == nullptr) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
-    auto& list = the_panel().state.observers;
-    auto at = std::find(list.begin(), list.end(), observer);
-    if (at == list.end()) return XSI_PBFS_PANEL_NO_OBSERVER;
-    list.erase(at);
-    return XSI_PBFS_PANEL_OK;
+    return the_panel().observers.remove(observer) ? XSI_PBFS_PANEL_OK : XSI_PBFS_PANEL_NO_OBSERVER;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_view_update(const char* app_id,
                                                                      XSI_PBFS_PANEL_VIEW_UPDATE_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_view_update", app_id, type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_view_update", app_id, type);
     return view_update(call, the_panel().state.views, app_id, type);
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_view_update_ext_auth_app(
     const char* app_id, XSI_PBFS_PANEL_VIEW_UPDATE_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_view_update_ext_auth_app", app_id, type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_view_update_ext_auth_app", app_id, type);
     return view_update(call, the_panel().state.ext_auth_views, app_id, type);
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_request_event(const char* app_id, unsigned int event) {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_request_event", app_id, event);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_request_event", app_id, event);
     if (call.forced()) return call.result();
     if (!known_app(app_id)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.events.push_back(std::string(app_id) + ":" + std::to_string(event));
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_request_start_led(const char* app_id, XSI_PBFS_LED_STATE state) {
-    jbrg_sim::op call("xsi_pbfs_panel_request_start_led", app_id, state);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_request_start_led", app_id, state);
     if (call.forced()) return call.result();
     if (!known_app(app_id) || (state != XSI_PBFS_LED_OFF && state != XSI_PBFS_LED_ON)) {
         return XSI_PBFS_PANEL_PARAM_ERROR;
     }
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.led = state;
     the_panel().state.led_owner = app_id;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_request_buzzer(const char* app_id, XSI_PBFS_BUZZER_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_request_buzzer", app_id, type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_request_buzzer", app_id, type);
     if (call.forced()) return call.result();
     if (!known_app(app_id) || type < XSI_PBFS_BUZZER_INPUT || type > XSI_PBFS_BUZZER_WARNING) {
         return XSI_PBFS_PANEL_PARAM_ERROR;
     }
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.buzzes.push_back(std::string(app_id) + ":" + std::to_string(type));
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_extension_authentication_initialize(bool initialize) {
-    jbrg_sim::op call("xsi_pbfs_panel_extension_authentication_initialize", initialize);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_extension_authentication_initialize", initialize);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.ext_auth_initialized = initialize;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_j_foundation_started(bool started) {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_j_foundation_started", started);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_j_foundation_started", started);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.j_foundation_started = started;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_notify_reset_end() {
-    jbrg_sim::op call("xsi_pbfs_panel_notify_reset_end");
+    jbrg_sim::locked_op call("xsi_pbfs_panel_notify_reset_end");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     ++the_panel().state.resets_ended;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_request_display_screen(XSI_PBFS_PANEL_DISPLAY_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_request_display_screen", type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_request_display_screen", type);
     if (call.forced()) return call.result();
     if (!screen_known(type)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     if (the_panel().state.unavailable.count(type) != 0) return XSI_PBFS_PANEL_NOT_AVAILABLE;
     the_panel().state.screen = type;
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_menu_application_initialized(const char* app_id, bool result) {
-    jbrg_sim::op call("xsi_pbfs_panel_menu_application_initialized", app_id, result);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_menu_application_initialized", app_id, result);
     if (call.forced()) return call.result();
     if (!known_app(app_id)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     auto& apps = the_panel().state.menu_apps;
     if (result && std::find(apps.begin(), apps.end(), app_id) == apps.end()) apps.emplace_back(app_id);
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_menu_application_terminated(const char* app_id, bool result) {
-    jbrg_sim::op call("xsi_pbfs_panel_menu_application_terminated", app_id, result);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_menu_application_terminated", app_id, result);
     if (call.forced()) return call.result();
     if (!known_app(app_id)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     auto& apps = the_panel().state.menu_apps;
     auto at = std::find(apps.begin(), apps.end(), app_id);
     if (at == apps.end()) return XSI_PBFS_PANEL_NG;
@@ -400,10 +346,9 @@ PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_menu_application_terminated(co
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_is_screen_available(XSI_PBFS_PANEL_DISPLAY_TYPE type,
                                                                       int& available) {
-    jbrg_sim::op call("xsi_pbfs_panel_is_screen_available", type, static_cast<const void*>(&available));
+    jbrg_sim::locked_op call("xsi_pbfs_panel_is_screen_available", type, static_cast<const void*>(&available));
     if (call.forced()) return call.result();
     if (!screen_known(type)) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     dev_long value = the_panel().state.unavailable.count(type) != 0 ? 0 : 1;
     call.out("available", &value);
     available = value;
@@ -413,24 +358,22 @@ PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_is_screen_available(XSI_PBFS_P
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_set_display_text(const char* identifier, dev_ulong item,
                                                                    const char* text,
                                                                    XSI_PBFS_PANEL_DISPLAY_TEXT_TYPE type) {
-    jbrg_sim::op call("xsi_pbfs_panel_set_display_text", identifier, item, text, type);
+    jbrg_sim::locked_op call("xsi_pbfs_panel_set_display_text", identifier, item, text, type);
     if (call.forced()) return call.result();
     if (!known_app(identifier) || text == nullptr || type < XSI_PBFS_PANEL_DISPLAY_TEXT_PLAIN ||
         type > XSI_PBFS_PANEL_DISPLAY_TEXT_NUMERIC ||
         std::strlen(text) >= XSI_PBFS_PANEL_SOFT_KEY_DISPLAY_TEXT_MAX_SIZE) {
         return XSI_PBFS_PANEL_PARAM_ERROR;
     }
-    auto lock = jbrg_sim::device_lock();
     the_panel().state.texts[{identifier, item}] = {text, type};
     return XSI_PBFS_PANEL_OK;
 }
 
 PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_request_display_soft_tenkey(
     const char* app_id, XSI_PBFS_PANEL_SOFT_TENKEY_REQUEST kind, XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO& info) {
-    jbrg_sim::op call("xsi_pbfs_panel_request_display_soft_tenkey", app_id, kind, keypad_text(info));
+    jbrg_sim::locked_op call("xsi_pbfs_panel_request_display_soft_tenkey", app_id, kind, keypad_text(info));
     if (call.forced()) return call.result();
     if (!known_app(app_id) || kind != XSI_PBFS_PANEL_SOFT_TENKEY_REQUEST_DISPLAY) return XSI_PBFS_PANEL_PARAM_ERROR;
-    auto lock = jbrg_sim::device_lock();
     XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO& keypad = the_panel().state.keypad;
     const XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO before = keypad;
     if (info.display_mode == XSI_PBFS_PANEL_SOFT_TENKEY_SHOW) {
@@ -454,11 +397,7 @@ int32_t notify_appl_start(const std::string& app_id) { return send(XSI_PBFS_PANE
 int32_t notify_appl_stop(const std::string& app_id) { return send(XSI_PBFS_PANEL_MSG_APPL_STOP, app_id); }
 int32_t notify(uint32_t msg_id, const std::string& data) { return send(msg_id, data); }
 
-std::size_t observers() {
-    ensure_loaded();
-    auto lock = device_lock();
-    return ::the_panel().state.observers.size();
-}
+std::size_t observers() { return ::the_panel().observers.size(); }
 
 namespace {
 template <class T>

@@ -1,19 +1,22 @@
 // Inside the simulated device: what every service of it shares.
 //
-// Each platform operation starts with an `op` object, which writes the call to the call log and takes the
-// next forcing queued for that operation:
+// Each platform operation that works on the device's state starts with a `locked_op`, which writes the call
+// to the call log, takes the next forcing queued for that operation and, unless a result was forced, holds
+// the device lock until the operation returns:
 //
 //     extern "C" PLAT_RESULT xsi_pbfs_startup(int mode) {
-//         jbrg_sim::op call("xsi_pbfs_startup", mode);
+//         jbrg_sim::locked_op call("xsi_pbfs_startup", mode);
 //         if (call.forced()) return call.result();
-//         ...the device's own behaviour...
+//         ...the device's own behaviour, under the device lock...
 //     }
 //
-// Each service keeps its state in a `service` object that loads its part of the scenario; all services are
-// guarded by the one device lock, taken with `device_lock`.
+// An operation that must not hold the lock (it keeps state of its own, or waits for a device thread) starts
+// with a plain `op`. Each service keeps its state in a `service` object that loads its part of the scenario
+// (scenario.h); all services are guarded by the one device lock, `device_lock`.
 #ifndef JBRG_SIM_SIM_H
 #define JBRG_SIM_SIM_H
 
+#include <algorithm>
 #include <cstdint>
 #include <mutex>
 #include <nlohmann/json.hpp>
@@ -72,6 +75,19 @@ private:
 // The one lock of the device's state. Reentrant, so that one service may call another while holding it.
 std::unique_lock<std::recursive_mutex> device_lock();
 
+// One platform call that works on the device's state: logged and forced as by `op`; when no result was
+// forced, the device lock is held from here until the operation returns.
+class locked_op : public op {
+public:
+    template <class... A>
+    explicit locked_op(const char* name, const A&... args) : op(name, args...) {
+        if (!forced()) lock_ = device_lock();
+    }
+
+private:
+    std::unique_lock<std::recursive_mutex> lock_;
+};
+
 // A part of the device that keeps state. Each service is a static object that registers itself; a scenario
 // load hands every service the whole scenario and each reads its own section.
 class service {
@@ -80,6 +96,57 @@ public:
     virtual ~service() = default;
     // Called under the device lock with the scenario's JSON (an empty object for the empty device).
     virtual void load(const nlohmann::json& scenario) = 0;
+};
+
+// ---- Observers registered with a service ------------------------------------------------------------------
+
+// What the running processes registered with the device (their observers). It is not the device's content:
+// a scenario load keeps it. A reset powers the device on again, and the device forgets every registration.
+class registrations {
+public:
+    registrations();  // registers the list with the device, for reset
+    virtual ~registrations() = default;
+    // Called by reset().
+    virtual void forget() = 0;
+};
+
+// The observers of one service, in registration order. Kept apart from the device lock, so that a
+// notification can run without it and its observer may call back into the device.
+template <class T>
+class observer_list final : public registrations {
+public:
+    // False when `observer` is registered already.
+    bool add(T* observer) {
+        std::lock_guard<std::mutex> guard(mutex_);
+        if (std::find(list_.begin(), list_.end(), observer) != list_.end()) return false;
+        list_.push_back(observer);
+        return true;
+    }
+    // False when `observer` is not registered.
+    bool remove(T* observer) {
+        std::lock_guard<std::mutex> guard(mutex_);
+        auto at = std::find(list_.begin(), list_.end(), observer);
+        if (at == list_.end()) return false;
+        list_.erase(at);
+        return true;
+    }
+    // The observers registered now; a notification goes to these.
+    std::vector<T*> snapshot() const {
+        std::lock_guard<std::mutex> guard(mutex_);
+        return list_;
+    }
+    std::size_t size() const {
+        std::lock_guard<std::mutex> guard(mutex_);
+        return list_.size();
+    }
+    void forget() override {
+        std::lock_guard<std::mutex> guard(mutex_);
+        list_.clear();
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<T*> list_;
 };
 
 }  // namespace jbrg_sim

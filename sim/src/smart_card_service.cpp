@@ -2,7 +2,7 @@
 //
 // The reader keeps the observers registered through add_smart_card_observer, in registration order, and
 // sends each event to all of them on its own IPC thread ("smart_card"), through the observer's dispatch().
-// Observers are the process's objects, not device state: a scenario load keeps them.
+// Observers are the process's objects, not device state: a scenario load keeps them, a reset forgets them.
 //
 // Behaviour worth knowing when reading the bridge against it:
 //   - add of a null observer or of one registered already, remove of one not registered: XDC_COM_STD_NG.
@@ -24,18 +24,14 @@ namespace {
 
 constexpr PLAT_RESULT kUnknownMessage = PLAT_CODE(0xE0010001);
 
-std::vector<xdc_com_std_smart_card_observer*>& registered() {
-    static auto* observers = new std::vector<xdc_com_std_smart_card_observer*>;
+jbrg_sim::observer_list<xdc_com_std_smart_card_observer>& registered() {
+    static auto* observers = new jbrg_sim::observer_list<xdc_com_std_smart_card_observer>;
     return *observers;
 }
 
 int32_t send_message(uint32_t msg_id, std::vector<char> data) {
     return jbrg_sim::deliver("smart_card", [msg_id, data]() mutable {
-        std::vector<xdc_com_std_smart_card_observer*> observers;
-        {
-            auto lock = jbrg_sim::device_lock();
-            observers = registered();
-        }
+        const std::vector<xdc_com_std_smart_card_observer*> observers = registered().snapshot();
         int32_t answer = 0;
         static dev_ulong sequence = 0;
         for (xdc_com_std_smart_card_observer* observer : observers) {
@@ -121,23 +117,14 @@ xdc_com_std_facade* xdc_com_std_facade::get_instance() {
 PLAT_RESULT xdc_com_std_facade::add_smart_card_observer(xdc_com_std_smart_card_observer* observer) {
     jbrg_sim::op call("add_smart_card_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
-    auto& observers = registered();
-    if (observer == nullptr || std::find(observers.begin(), observers.end(), observer) != observers.end()) {
-        return XDC_COM_STD_NG;
-    }
-    observers.push_back(observer);
+    if (observer == nullptr || !registered().add(observer)) return XDC_COM_STD_NG;
     return XDC_COM_STD_OK;
 }
 
 PLAT_RESULT xdc_com_std_facade::remove_smart_card_observer(xdc_com_std_smart_card_observer* observer) {
     jbrg_sim::op call("remove_smart_card_observer", static_cast<const void*>(observer));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
-    auto& observers = registered();
-    auto it = std::find(observers.begin(), observers.end(), observer);
-    if (observer == nullptr || it == observers.end()) return XDC_COM_STD_NG;
-    observers.erase(it);
+    if (observer == nullptr || !registered().remove(observer)) return XDC_COM_STD_NG;
     return XDC_COM_STD_OK;
 }
 
@@ -206,9 +193,6 @@ int32_t send(uint32_t msg_id, const void* data, std::size_t size) {
     return send_message(msg_id, p != nullptr ? std::vector<char>(p, p + size) : std::vector<char>());
 }
 
-std::size_t observers() {
-    auto lock = jbrg_sim::device_lock();
-    return registered().size();
-}
+std::size_t observers() { return registered().size(); }
 
 }  // namespace jbrg_sim::smart_card

@@ -26,9 +26,9 @@ startup_service& startup() {
 // Registers the service with the device when the library is loaded.
 [[maybe_unused]] const startup_service& registered = startup();
 
+// Under the device lock its operation holds.
 PLAT_RESULT start(bool& started, int mode) {
     if (mode != 0) return kBadMode;
-    auto lock = jbrg_sim::device_lock();
     // Starting a client twice is harmless: the connection is already there.
     started = true;
     return PLAT_OK;
@@ -37,13 +37,13 @@ PLAT_RESULT start(bool& started, int mode) {
 }  // namespace
 
 extern "C" PLAT_RESULT xsi_pbfs_startup(int mode) {
-    jbrg_sim::op call("xsi_pbfs_startup", mode);
+    jbrg_sim::locked_op call("xsi_pbfs_startup", mode);
     if (call.forced()) return call.result();
     return start(startup().pbfs_started, mode);
 }
 
 extern "C" PLAT_RESULT xsi_ais_startup(int mode) {
-    jbrg_sim::op call("xsi_ais_startup", mode);
+    jbrg_sim::locked_op call("xsi_ais_startup", mode);
     if (call.forced()) return call.result();
     return start(startup().ais_started, mode);
 }

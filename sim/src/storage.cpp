@@ -52,6 +52,7 @@
 #include <vector>
 
 #include "jbrg_sim/control.h"
+#include "scenario.h"
 #include "sim.h"
 #include "sim_internal.h"
 #include "xdc_strg.h"
@@ -173,102 +174,60 @@ int copy_out(const std::string& text, char* buffer, dev_ulong capacity) {
 
 // ---- The scenario's "storage" section -----------------------------------------------------------------
 
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario storage: " + what); }
-
-void only_keys(const json& object, std::initializer_list<const char*> keys, const std::string& where) {
-    if (!object.is_object()) bad(where + " must be an object");
-    for (const auto& item : object.items()) {
-        if (std::none_of(keys.begin(), keys.end(), [&](const char* k) { return item.key() == k; })) {
-            bad("unknown key \"" + item.key() + "\" in " + where);
-        }
-    }
-}
-
-long long integer(const json& object, const char* key, long long fallback, long long low, long long high,
-                  const std::string& where) {
-    if (!object.contains(key)) return fallback;
-    const json& v = object.at(key);
-    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
-    long long n = v.get<long long>();
-    if (n < low || n > high) bad(where + "." + key + " is out of range");
-    return n;
-}
-
-bool flag(const json& object, const char* key, bool fallback, const std::string& where) {
-    if (!object.contains(key)) return fallback;
-    if (!object.at(key).is_boolean()) bad(where + "." + key + " must be true or false");
-    return object.at(key).get<bool>();
-}
-
 layout parse(const json& scenario) {
     layout l;
-    const json none = json::object();
-    const json& s = scenario.contains("storage") ? scenario.at("storage") : none;
-    only_keys(s, {"areas", "files", "statfs", "disks"}, "storage");
+    const jbrg_sim::scenario_part part(scenario, "storage", {"areas", "files", "statfs", "disks"});
 
-    if (!s.contains("areas")) {
+    if (!part.has("areas")) {
         for (int id : {45, 43, 100, 22, 17, 16}) l.areas[id] = area_state{};
-    } else {
-        if (!s.at("areas").is_array()) bad("areas must be a list");
-        for (const json& a : s.at("areas")) {
-            only_keys(a, {"id", "mounted", "read_only"}, "an area");
-            if (!a.contains("id")) bad("an area has no id");
-            int id = static_cast<int>(integer(a, "id", 0, INT_MIN, INT_MAX, "area"));
-            std::string where = "area " + std::to_string(id);
-            if (l.areas.count(id) != 0) bad(where + " is defined twice");
-            l.areas[id] = area_state{flag(a, "mounted", true, where), flag(a, "read_only", false, where)};
-        }
+    }
+    for (const json& a : part.list_at("areas")) {
+        part.only_keys(a, {"id", "mounted", "read_only"}, "an area");
+        if (!a.contains("id")) part.fail("an area has no id");
+        int id = static_cast<int>(part.integer_at(a, "id", 0, INT_MIN, INT_MAX, "area"));
+        std::string where = "area " + std::to_string(id);
+        if (l.areas.count(id) != 0) part.fail(where + " is defined twice");
+        l.areas[id] = area_state{part.flag_at(a, "mounted", true, where), part.flag_at(a, "read_only", false, where)};
     }
 
-    if (s.contains("files")) {
-        if (!s.at("files").is_array()) bad("files must be a list");
-        for (const json& f : s.at("files")) {
-            only_keys(f, {"area", "path", "text", "dir", "attributes", "mtime"}, "a file");
-            file_entry e;
-            if (!f.contains("area") || !f.contains("path") || !f.at("path").is_string()) {
-                bad("a file needs an area and a path");
-            }
-            std::string given = f.at("path").get<std::string>();
-            std::string where = "file \"" + given + "\"";
-            e.area = static_cast<int>(integer(f, "area", 0, INT_MIN, INT_MAX, where));
-            if (l.areas.count(e.area) == 0) {
-                bad(where + " is in area " + std::to_string(e.area) + ", which is not defined");
-            }
-            std::optional<std::string> path = normalise(given.c_str());
-            if (!path || path->empty()) bad(where + " is not a path inside its area");
-            e.path = *path;
-            e.dir = flag(f, "dir", false, where);
-            if (f.contains("text")) {
-                if (e.dir) bad(where + " is a directory and cannot have text");
-                if (!f.at("text").is_string()) bad(where + ".text must be a string");
-                e.text = f.at("text").get<std::string>();
-            }
-            e.attributes = static_cast<unsigned>(integer(f, "attributes", 0, 0, 255, where)) & kAttributeMask;
-            if (f.contains("mtime")) e.mtime = integer(f, "mtime", 0, 0, UINT32_MAX, where);
-            l.files.push_back(std::move(e));
+    for (const json& f : part.list_at("files")) {
+        part.only_keys(f, {"area", "path", "text", "dir", "attributes", "mtime"}, "a file");
+        file_entry e;
+        if (!f.contains("area") || !f.contains("path") || !f.at("path").is_string()) {
+            part.fail("a file needs an area and a path");
         }
+        std::string given = f.at("path").get<std::string>();
+        std::string where = "file \"" + given + "\"";
+        e.area = static_cast<int>(part.integer_at(f, "area", 0, INT_MIN, INT_MAX, where));
+        if (l.areas.count(e.area) == 0) {
+            part.fail(where + " is in area " + std::to_string(e.area) + ", which is not defined");
+        }
+        std::optional<std::string> path = normalise(given.c_str());
+        if (!path || path->empty()) part.fail(where + " is not a path inside its area");
+        e.path = *path;
+        e.dir = part.flag_at(f, "dir", false, where);
+        if (f.contains("text")) {
+            if (e.dir) part.fail(where + " is a directory and cannot have text");
+            e.text = part.text_at(f, "text", where);
+        }
+        e.attributes = static_cast<unsigned>(part.integer_at(f, "attributes", 0, 0, 255, where)) & kAttributeMask;
+        if (f.contains("mtime")) e.mtime = part.integer_at(f, "mtime", 0, 0, UINT32_MAX, where);
+        l.files.push_back(std::move(e));
     }
 
-    if (s.contains("statfs")) {
-        const json& st = s.at("statfs");
-        only_keys(st, {"block_size", "blocks", "free", "available"}, "statfs");
+    if (part.has("statfs")) {
+        const json& st = part.section().at("statfs");
+        part.only_keys(st, {"block_size", "blocks", "free", "available"}, "statfs");
         auto number = [&](const char* key, dev_ulong fallback) {
-            return static_cast<dev_ulong>(integer(st, key, fallback, 0, UINT32_MAX, "statfs"));
+            return static_cast<dev_ulong>(part.integer_at(st, key, fallback, 0, UINT32_MAX, "statfs"));
         };
         l.statfs = XDC_STRG_STATFS{number("block_size", l.statfs.block_size), number("blocks", l.statfs.blocks),
                                    number("free", l.statfs.free), number("available", l.statfs.available)};
     }
 
-    if (!s.contains("disks")) {
-        l.disks = {0, 1, 2};
-    } else {
-        if (!s.at("disks").is_array()) bad("disks must be a list");
-        for (const json& d : s.at("disks")) {
-            if (!d.is_number_integer()) bad("disk ids must be integers");
-            long long id = d.get<long long>();
-            if (id < INT_MIN || id > INT_MAX) bad("a disk id is out of range");
-            l.disks.insert(static_cast<int>(id));
-        }
+    if (!part.has("disks")) l.disks = {0, 1, 2};
+    for (const json& d : part.list_at("disks")) {
+        l.disks.insert(static_cast<int>(part.integer(d, INT_MIN, INT_MAX, "a disk id")));
     }
     return l;
 }
@@ -651,18 +610,16 @@ std::string jbrg_sim::area_folder(int area_id) {
 // ---- The storage library ------------------------------------------------------------------------------
 
 extern "C" int xdc_strg_init(void) {
-    jbrg_sim::op call("xdc_strg_init");
+    jbrg_sim::locked_op call("xdc_strg_init");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return storage().ready_or_fail();
 }
 
 // Out "handle": the new file handle.
 extern "C" int xdc_strg_fopen(int area_id, const char* path, int mode, dev_ulong* handle) {
-    jbrg_sim::op call("xdc_strg_fopen", area_id, path, mode, ptr(handle));
+    jbrg_sim::locked_op call("xdc_strg_fopen", area_id, path, mode, ptr(handle));
     if (call.forced()) return call.result();
     if (handle == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *handle = 0;
     int result = do_fopen(area_id, path, mode, *handle);
     call.out("handle", handle);
@@ -670,9 +627,8 @@ extern "C" int xdc_strg_fopen(int area_id, const char* path, int mode, dev_ulong
 }
 
 extern "C" int xdc_strg_fclose(dev_ulong handle) {
-    jbrg_sim::op call("xdc_strg_fclose", handle);
+    jbrg_sim::locked_op call("xdc_strg_fclose", handle);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     auto f = s.files.find(handle);
     if (f == s.files.end()) return XDC_STRG_R_NOT_FOUND;
@@ -683,10 +639,9 @@ extern "C" int xdc_strg_fclose(dev_ulong handle) {
 
 // Out "done": the number of bytes read.
 extern "C" int xdc_strg_fread(signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong* done) {
-    jbrg_sim::op call("xdc_strg_fread", ptr(buffer), size, handle, ptr(done));
+    jbrg_sim::locked_op call("xdc_strg_fread", ptr(buffer), size, handle, ptr(done));
     if (call.forced()) return call.result();
     if (done == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *done = 0;
     int result = do_fread(buffer, size, handle, *done);
     call.out("done", done);
@@ -695,10 +650,9 @@ extern "C" int xdc_strg_fread(signed char* buffer, dev_ulong size, dev_ulong han
 
 // Out "done": the number of bytes written.
 extern "C" int xdc_strg_fwrite(const signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong* done) {
-    jbrg_sim::op call("xdc_strg_fwrite", ptr(buffer), size, handle, ptr(done));
+    jbrg_sim::locked_op call("xdc_strg_fwrite", ptr(buffer), size, handle, ptr(done));
     if (call.forced()) return call.result();
     if (done == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *done = 0;
     int result = do_fwrite(buffer, size, handle, *done);
     call.out("done", done);
@@ -706,18 +660,16 @@ extern "C" int xdc_strg_fwrite(const signed char* buffer, dev_ulong size, dev_ul
 }
 
 extern "C" int xdc_strg_fseek(dev_ulong handle, dev_long offset, int origin) {
-    jbrg_sim::op call("xdc_strg_fseek", handle, offset, origin);
+    jbrg_sim::locked_op call("xdc_strg_fseek", handle, offset, origin);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return do_fseek(handle, offset, origin);
 }
 
 // Out "position": the file position, in bytes from the start.
 extern "C" int xdc_strg_ftell(dev_ulong handle, dev_long* position) {
-    jbrg_sim::op call("xdc_strg_ftell", handle, ptr(position));
+    jbrg_sim::locked_op call("xdc_strg_ftell", handle, ptr(position));
     if (call.forced()) return call.result();
     if (position == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *position = 0;
     int result = XDC_STRG_R_NOT_FOUND;
     storage_service& s = storage();
@@ -739,9 +691,8 @@ extern "C" int xdc_strg_ftell(dev_ulong handle, dev_long* position) {
 // The sim writes straight through to the host file, so what was written is on the medium already; flushing
 // only checks the handle.
 extern "C" int xdc_strg_fflush_fsync(dev_ulong handle) {
-    jbrg_sim::op call("xdc_strg_fflush_fsync", handle);
+    jbrg_sim::locked_op call("xdc_strg_fflush_fsync", handle);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return storage().files.count(handle) != 0 ? XDC_STRG_R_OK : XDC_STRG_R_NOT_FOUND;
 }
 
@@ -753,10 +704,9 @@ extern "C" int xdc_strg_sync(void) {
 
 // Out "handle": the new directory handle.
 extern "C" int xdc_strg_opendir(int area_id, const char* path, dev_ulong* handle) {
-    jbrg_sim::op call("xdc_strg_opendir", area_id, path, ptr(handle));
+    jbrg_sim::locked_op call("xdc_strg_opendir", area_id, path, ptr(handle));
     if (call.forced()) return call.result();
     if (handle == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *handle = 0;
     int result = do_opendir(area_id, path, *handle);
     call.out("handle", handle);
@@ -766,10 +716,9 @@ extern "C" int xdc_strg_opendir(int area_id, const char* path, dev_ulong* handle
 // Out "name": the entry's name (text). A name that does not fit the buffer is cut, refused with
 // XDC_STRG_R_PARAM and stays the next entry, so that a caller may ask again with more room.
 extern "C" int xdc_strg_readdir(dev_ulong handle, char* name, dev_ulong size) {
-    jbrg_sim::op call("xdc_strg_readdir", handle, ptr(name), size);
+    jbrg_sim::locked_op call("xdc_strg_readdir", handle, ptr(name), size);
     if (call.forced()) return call.result();
     if (name == nullptr || size == 0) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     auto d = s.dirs.find(handle);
     if (d == s.dirs.end()) {
@@ -787,16 +736,14 @@ extern "C" int xdc_strg_readdir(dev_ulong handle, char* name, dev_ulong size) {
 }
 
 extern "C" int xdc_strg_closedir(dev_ulong handle) {
-    jbrg_sim::op call("xdc_strg_closedir", handle);
+    jbrg_sim::locked_op call("xdc_strg_closedir", handle);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return storage().dirs.erase(handle) != 0 ? XDC_STRG_R_OK : XDC_STRG_R_NOT_FOUND;
 }
 
 extern "C" int xdc_strg_mkdir(int area_id, const char* path) {
-    jbrg_sim::op call("xdc_strg_mkdir", area_id, path);
+    jbrg_sim::locked_op call("xdc_strg_mkdir", area_id, path);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place at;
     if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
@@ -806,9 +753,8 @@ extern "C" int xdc_strg_mkdir(int area_id, const char* path) {
 }
 
 extern "C" int xdc_strg_remove(int area_id, const char* path) {
-    jbrg_sim::op call("xdc_strg_remove", area_id, path);
+    jbrg_sim::locked_op call("xdc_strg_remove", area_id, path);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place at;
     if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
@@ -828,9 +774,8 @@ extern "C" int xdc_strg_remove(int area_id, const char* path) {
 }
 
 extern "C" int xdc_strg_rename(int area_id, const char* from, const char* to) {
-    jbrg_sim::op call("xdc_strg_rename", area_id, from, to);
+    jbrg_sim::locked_op call("xdc_strg_rename", area_id, from, to);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place source, target;
     if (int r = s.resolve(area_id, from, true, source); r != XDC_STRG_R_OK) return r;
@@ -839,9 +784,8 @@ extern "C" int xdc_strg_rename(int area_id, const char* from, const char* to) {
 }
 
 extern "C" int xdc_strg_move(int area_id, const char* path, int area_id2, const char* path2) {
-    jbrg_sim::op call("xdc_strg_move", area_id, path, area_id2, path2);
+    jbrg_sim::locked_op call("xdc_strg_move", area_id, path, area_id2, path2);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place source, target;
     if (int r = s.resolve(area_id, path, true, source); r != XDC_STRG_R_OK) return r;
@@ -850,9 +794,8 @@ extern "C" int xdc_strg_move(int area_id, const char* path, int area_id2, const 
 }
 
 extern "C" int xdc_strg_exist(int area_id, const char* path) {
-    jbrg_sim::op call("xdc_strg_exist", area_id, path);
+    jbrg_sim::locked_op call("xdc_strg_exist", area_id, path);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service::place at;
     if (int r = storage().resolve(area_id, path, false, at); r != XDC_STRG_R_OK) return r;
     struct stat st;
@@ -861,10 +804,9 @@ extern "C" int xdc_strg_exist(int area_id, const char* path) {
 
 // Outs "mode", "size" and "mtime": the fields of the status.
 extern "C" int xdc_strg_stat(int area_id, const char* path, XDC_STRG_STAT* status) {
-    jbrg_sim::op call("xdc_strg_stat", area_id, path, ptr(status));
+    jbrg_sim::locked_op call("xdc_strg_stat", area_id, path, ptr(status));
     if (call.forced()) return call.result();
     if (status == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     *status = XDC_STRG_STAT{0, 0, 0};
     storage_service& s = storage();
     storage_service::place at;
@@ -886,9 +828,8 @@ extern "C" int xdc_strg_stat(int area_id, const char* path, XDC_STRG_STAT* statu
 }
 
 extern "C" int xdc_strg_set_attribute(int area_id, const char* path, unsigned char attributes) {
-    jbrg_sim::op call("xdc_strg_set_attribute", area_id, path, attributes);
+    jbrg_sim::locked_op call("xdc_strg_set_attribute", area_id, path, attributes);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place at;
     if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
@@ -900,10 +841,9 @@ extern "C" int xdc_strg_set_attribute(int area_id, const char* path, unsigned ch
 
 // Out "attributes": the attribute bits.
 extern "C" int xdc_strg_get_attribute(int area_id, const char* path, unsigned char* attributes) {
-    jbrg_sim::op call("xdc_strg_get_attribute", area_id, path, ptr(attributes));
+    jbrg_sim::locked_op call("xdc_strg_get_attribute", area_id, path, ptr(attributes));
     if (call.forced()) return call.result();
     if (attributes == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     storage_service::place at;
     int result = s.resolve(area_id, path, false, at);
@@ -917,10 +857,9 @@ extern "C" int xdc_strg_get_attribute(int area_id, const char* path, unsigned ch
 
 // Outs "block_size", "blocks", "free" and "available": the fields of the statistics.
 extern "C" int xdc_strg_statfs(int area_id, XDC_STRG_STATFS* status) {
-    jbrg_sim::op call("xdc_strg_statfs", area_id, ptr(status));
+    jbrg_sim::locked_op call("xdc_strg_statfs", area_id, ptr(status));
     if (call.forced()) return call.result();
     if (status == nullptr) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     const area_state* a = s.area(area_id);
     int result = a == nullptr ? XDC_STRG_R_PARAM : !a->mounted ? XDC_STRG_R_ACCESS : XDC_STRG_R_OK;
@@ -933,9 +872,8 @@ extern "C" int xdc_strg_statfs(int area_id, XDC_STRG_STATFS* status) {
 }
 
 extern "C" int xdc_strg_verify_area_mount(int area_id) {
-    jbrg_sim::op call("xdc_strg_verify_area_mount", area_id);
+    jbrg_sim::locked_op call("xdc_strg_verify_area_mount", area_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     const area_state* a = storage().area(area_id);
     if (a == nullptr) return XDC_STRG_R_PARAM;
     return a->mounted ? XDC_STRG_R_OK : XDC_STRG_R_ACCESS;
@@ -943,9 +881,8 @@ extern "C" int xdc_strg_verify_area_mount(int area_id) {
 
 // Removing a disk only marks it removed; the areas stay as they are.
 extern "C" int xdc_strg_remove_disk(int disk_id) {
-    jbrg_sim::op call("xdc_strg_remove_disk", disk_id);
+    jbrg_sim::locked_op call("xdc_strg_remove_disk", disk_id);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     if (s.disks().count(disk_id) == 0) return XDC_STRG_R_PARAM;
     return s.removed_disks.insert(disk_id).second ? XDC_STRG_R_OK : XDC_STRG_R_NOT_FOUND;
@@ -953,10 +890,9 @@ extern "C" int xdc_strg_remove_disk(int disk_id) {
 
 // Out "path": the area's root path (text). The path is given whether the area is mounted or not.
 extern "C" int xdc_strg_get_area_path(int area_id, char* path, dev_ulong size) {
-    jbrg_sim::op call("xdc_strg_get_area_path", area_id, ptr(path), size);
+    jbrg_sim::locked_op call("xdc_strg_get_area_path", area_id, ptr(path), size);
     if (call.forced()) return call.result();
     if (path == nullptr || size == 0) return XDC_STRG_R_PARAM;
-    auto lock = jbrg_sim::device_lock();
     storage_service& s = storage();
     std::string folder;
     int result = s.area(area_id) == nullptr ? XDC_STRG_R_PARAM : s.ready_or_fail();

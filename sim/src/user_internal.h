@@ -7,6 +7,7 @@
 #include <string>
 
 #include "plat_types.h"
+#include "scenario.h"
 
 namespace jbrg_sim {
 
@@ -31,9 +32,10 @@ struct user_account {
     dev_ulong eco_print_limit = 0;
 };
 
-// One account of a scenario list, read from its JSON object; `where` names it in the error thrown
-// (std::runtime_error) for an unknown key, a missing login name or a value of the wrong type.
-user_account read_account(const nlohmann::json& entry, const std::string& where);
+// One account of a scenario list, read from its JSON object in the scenario part `part` (the user store's
+// lists, the authentication service's domain users); `where` names it in the error thrown for an unknown
+// key, a missing login name or a value of the wrong type.
+user_account read_account(const scenario_part& part, const nlohmann::json& entry, const std::string& where);
 
 // The account of the device's own store (local users and hidden accounts) with this login name, or null.
 const user_account* find_store_account(const std::string& login_name);

@@ -31,6 +31,7 @@
 #include <string>
 #include <vector>
 
+#include "scenario.h"
 #include "sim.h"
 #include "user_internal.h"
 #include "xsi_pbfs_user.h"
@@ -44,33 +45,6 @@ constexpr std::size_t kMaxListings = 8;
 // Hidden accounts the store keeps, unless the scenario says otherwise.
 constexpr long long kDefaultHiddenLimit = 100;
 
-[[noreturn]] void bad(const std::string& what) { throw std::runtime_error("scenario users: " + what); }
-
-void only_keys(const json& object, std::initializer_list<const char*> keys, const std::string& where) {
-    if (!object.is_object()) bad(where + " must be an object");
-    for (const auto& item : object.items()) {
-        if (std::none_of(keys.begin(), keys.end(), [&](const char* k) { return item.key() == k; })) {
-            bad("unknown key \"" + item.key() + "\" in " + where);
-        }
-    }
-}
-
-std::string text(const json& object, const char* key, const std::string& where) {
-    if (!object.contains(key)) return std::string();
-    if (!object.at(key).is_string()) bad(where + "." + key + " must be a string");
-    return object.at(key).get<std::string>();
-}
-
-long long integer(const json& object, const char* key, long long fallback, long long low, long long high,
-                  const std::string& where) {
-    if (!object.contains(key)) return fallback;
-    const json& v = object.at(key);
-    if (!v.is_number_integer()) bad(where + "." + key + " must be an integer");
-    long long n = v.get<long long>();
-    if (n < low || n > high) bad(where + "." + key + " is out of range");
-    return n;
-}
-
 struct listing {
     std::vector<jbrg_sim::user_account> users;
     std::size_t next = 0;
@@ -80,12 +54,10 @@ struct listing {
 class user_store final : public jbrg_sim::service {
 public:
     void load(const json& scenario) override {
-        const json none = json::object();
-        const json& s = scenario.contains("users") ? scenario.at("users") : none;
-        only_keys(s, {"local", "hidden", "hidden_limit"}, "users");
-        std::vector<jbrg_sim::user_account> local = accounts(s, "local");
-        std::vector<jbrg_sim::user_account> hidden = accounts(s, "hidden");
-        long long limit = integer(s, "hidden_limit", kDefaultHiddenLimit, 0, UINT32_MAX, "users");
+        const jbrg_sim::scenario_part part(scenario, "users", {"local", "hidden", "hidden_limit"});
+        std::vector<jbrg_sim::user_account> local = accounts(part, "local");
+        std::vector<jbrg_sim::user_account> hidden = accounts(part, "hidden");
+        long long limit = part.integer_at("hidden_limit", kDefaultHiddenLimit, 0, UINT32_MAX);
 
         std::map<std::string, jbrg_sim::user_account> hidden_by_name;
         std::vector<std::string> names;
@@ -96,8 +68,8 @@ public:
         }
         std::sort(names.begin(), names.end());
         auto twice = std::adjacent_find(names.begin(), names.end());
-        if (twice != names.end()) bad("the login name \"" + *twice + "\" is given twice");
-        if (hidden.size() > static_cast<std::size_t>(limit)) bad("more hidden accounts than hidden_limit");
+        if (twice != names.end()) part.fail("the login name \"" + *twice + "\" is given twice");
+        if (hidden.size() > static_cast<std::size_t>(limit)) part.fail("more hidden accounts than hidden_limit");
 
         local_ = std::move(local);
         hidden_ = std::move(hidden_by_name);
@@ -127,14 +99,12 @@ public:
     std::map<dev_ulong, listing> listings;
 
 private:
-    static std::vector<jbrg_sim::user_account> accounts(const json& s, const char* key) {
+    static std::vector<jbrg_sim::user_account> accounts(const jbrg_sim::scenario_part& part, const char* key) {
         std::vector<jbrg_sim::user_account> out;
-        if (!s.contains(key)) return out;
-        if (!s.at(key).is_array()) bad(std::string(key) + " must be a list");
-        for (const json& entry : s.at(key)) {
+        for (const json& entry : part.list_at(key)) {
             std::string where = std::string(key) + " user " + std::to_string(out.size() + 1);
-            jbrg_sim::user_account user = jbrg_sim::read_account(entry, where);
-            if (!user.domain.empty()) bad(where + " is the store's and belongs to no domain");
+            jbrg_sim::user_account user = jbrg_sim::read_account(part, entry, where);
+            if (!user.domain.empty()) part.fail(where + " is the store's and belongs to no domain");
             if (user.id == 0 && std::string(key) == "local") user.id = static_cast<dev_ulong>(out.size() + 1);
             out.push_back(std::move(user));
         }
@@ -191,24 +161,27 @@ jbrg_sim::user_account from_record(const XSI_PBFS_HIDE_USERINFO_RECORD& record) 
 
 // ---- Shared with the authentication service -------------------------------------------------------------
 
-jbrg_sim::user_account jbrg_sim::read_account(const json& entry, const std::string& where) {
-    only_keys(entry,
+jbrg_sim::user_account jbrg_sim::read_account(const scenario_part& part, const json& entry,
+                                              const std::string& where) {
+    part.only_keys(entry,
               {"login_name", "password", "user_name", "email", "kana", "domain", "card", "dept_code", "rights", "id",
                "dept_id", "acc_id", "lang", "display", "job_limit", "combine_limit", "duplex_limit",
                "eco_print_limit"},
               where);
     user_account user;
-    user.login_name = text(entry, "login_name", where);
-    if (user.login_name.empty()) bad(where + " has no login_name");
-    user.password = text(entry, "password", where);
-    user.user_name = text(entry, "user_name", where);
-    user.email = text(entry, "email", where);
-    user.kana = text(entry, "kana", where);
-    user.domain = text(entry, "domain", where);
-    user.card = text(entry, "card", where);
-    user.dept_code = text(entry, "dept_code", where);
-    user.rights = static_cast<int32_t>(integer(entry, "rights", 1, INT32_MIN, INT32_MAX, where));
-    auto number = [&](const char* key) { return static_cast<dev_ulong>(integer(entry, key, 0, 0, UINT32_MAX, where)); };
+    user.login_name = part.text_at(entry, "login_name", where);
+    if (user.login_name.empty()) part.fail(where + " has no login_name");
+    user.password = part.text_at(entry, "password", where);
+    user.user_name = part.text_at(entry, "user_name", where);
+    user.email = part.text_at(entry, "email", where);
+    user.kana = part.text_at(entry, "kana", where);
+    user.domain = part.text_at(entry, "domain", where);
+    user.card = part.text_at(entry, "card", where);
+    user.dept_code = part.text_at(entry, "dept_code", where);
+    user.rights = static_cast<int32_t>(part.integer_at(entry, "rights", 1, INT32_MIN, INT32_MAX, where));
+    auto number = [&](const char* key) {
+        return static_cast<dev_ulong>(part.integer_at(entry, key, 0, 0, UINT32_MAX, where));
+    };
     user.id = number("id");
     user.dept_id = number("dept_id");
     user.acc_id = number("acc_id");
@@ -255,9 +228,8 @@ xsi_pbfs_user_facade* xsi_pbfs_user_facade::xsi_pbfs_user_get_instance() {
 // Out "handle": the listing's handle; out "total": the number of local users it lists.
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list_prepare(dev_ulong count, dev_ulong& handle,
                                                                            dev_ulong& total) {
-    jbrg_sim::op call("xsi_pbfs_user_get_local_user_list_prepare", count, ptr(&handle), ptr(&total));
+    jbrg_sim::locked_op call("xsi_pbfs_user_get_local_user_list_prepare", count, ptr(&handle), ptr(&total));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     user_store& s = store();
     PLAT_RESULT result = XSI_PBFS_USER_OK;
     if (count == 0) {
@@ -277,9 +249,8 @@ PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list_prepare(dev_
 // Out "get_num": the number of records written.
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list(dev_ulong handle, dev_ulong& get_num,
                                                                    XSI_PBFS_USERINFO_RECORD* records) {
-    jbrg_sim::op call("xsi_pbfs_user_get_local_user_list", handle, ptr(&get_num), ptr(records));
+    jbrg_sim::locked_op call("xsi_pbfs_user_get_local_user_list", handle, ptr(&get_num), ptr(records));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     user_store& s = store();
     get_num = 0;
     PLAT_RESULT result = XSI_PBFS_USER_OK;
@@ -302,16 +273,14 @@ PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list(dev_ulong ha
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_get_local_user_list_finish(dev_ulong handle) {
-    jbrg_sim::op call("xsi_pbfs_user_get_local_user_list_finish", handle);
+    jbrg_sim::locked_op call("xsi_pbfs_user_get_local_user_list_finish", handle);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return store().listings.erase(handle) == 1 ? XSI_PBFS_USER_OK : XSI_PBFS_USER_ERR_HANDLE;
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_create_hide_account(const XSI_PBFS_HIDE_USERINFO_RECORD& user) {
-    jbrg_sim::op call("xsi_pbfs_user_create_hide_account", ptr(&user));
+    jbrg_sim::locked_op call("xsi_pbfs_user_create_hide_account", ptr(&user));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     user_store& s = store();
     jbrg_sim::user_account account = from_record(user);
     if (account.login_name.empty()) return XSI_PBFS_USER_ERR_PARAM;
@@ -322,9 +291,8 @@ PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_create_hide_account(const XSI_PB
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_update_hide_account(const XSI_PBFS_HIDE_USERINFO_RECORD& user) {
-    jbrg_sim::op call("xsi_pbfs_user_update_hide_account", ptr(&user));
+    jbrg_sim::locked_op call("xsi_pbfs_user_update_hide_account", ptr(&user));
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     jbrg_sim::user_account account = from_record(user);
     auto h = store().hidden().find(account.login_name);
     if (h == store().hidden().end()) return XSI_PBFS_USER_ERR_NOT_FOUND;
@@ -333,16 +301,14 @@ PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_update_hide_account(const XSI_PB
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_delete_hide_account(const std::string& login_name) {
-    jbrg_sim::op call("xsi_pbfs_user_delete_hide_account", login_name);
+    jbrg_sim::locked_op call("xsi_pbfs_user_delete_hide_account", login_name);
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     return store().hidden().erase(login_name) == 1 ? XSI_PBFS_USER_OK : XSI_PBFS_USER_ERR_NOT_FOUND;
 }
 
 PLAT_RESULT xsi_pbfs_user_facade::xsi_pbfs_user_delete_all_hide_account() {
-    jbrg_sim::op call("xsi_pbfs_user_delete_all_hide_account");
+    jbrg_sim::locked_op call("xsi_pbfs_user_delete_all_hide_account");
     if (call.forced()) return call.result();
-    auto lock = jbrg_sim::device_lock();
     store().hidden().clear();
     return XSI_PBFS_USER_OK;
 }

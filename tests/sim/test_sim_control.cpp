@@ -1,4 +1,4 @@
-// The simulated device's control surface: forcing, call log, platform threads, memory partition, scenario.
+// The simulated device's control surface: forcing, call log, reset, platform threads, memory partition, scenario.
 #include <gmock/gmock.h>
 
 #include <set>
@@ -7,8 +7,20 @@
 
 #include "tests/harness/bridge_test.h"
 #include "emw_services.h"
+#include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
+#include "jbrg_sim/esm.h"
+#include "jbrg_sim/job.h"
+#include "jbrg_sim/jobinfo.h"
+#include "jbrg_sim/panel.h"
+#include "jbrg_sim/smart_card.h"
 #include "osw_sync.h"
+#include "xam_ads.h"
+#include "xdc_com_std.h"
+#include "xsi_ais_job.h"
+#include "xsi_ais_jobinfo.h"
+#include "xsi_pbfs_esm.h"
+#include "xsi_pbfs_panel.h"
 #include "xsi_startup.h"
 
 namespace {
@@ -17,7 +29,7 @@ using ::testing::ElementsAre;
 
 class sim_control : public jbrg_test::bridge_test {};
 
-TEST_F(sim_control, forced_results_are_used_in_order_then_the_device_answers_again) {
+TEST_F(sim_control, forced_results_are_used_in_order_and_every_call_is_logged_with_its_arguments) {
     jbrg_sim::force_result("xsi_ais_startup", PLAT_CODE(0xC1020001), 2);
     jbrg_sim::force_result("xsi_ais_startup", PLAT_CODE(0xC1020002));
     EXPECT_EQ(PLAT_CODE(0xC1020001), xsi_ais_startup(0));
@@ -26,51 +38,107 @@ TEST_F(sim_control, forced_results_are_used_in_order_then_the_device_answers_aga
     EXPECT_EQ(PLAT_OK, xsi_ais_startup(0));
     // Forcing one operation leaves the others alone, and every call is logged, forced or not.
     EXPECT_EQ(PLAT_OK, xsi_pbfs_startup(0));
-    EXPECT_EQ(5U, jbrg_sim::calls().size());
-}
-
-TEST_F(sim_control, the_call_log_keeps_arguments_as_text) {
-    xsi_pbfs_startup(0);
-    xsi_ais_startup(7);
-    EXPECT_THAT(jbrg_sim::call_texts(), ElementsAre("xsi_pbfs_startup(0)", "xsi_ais_startup(7)"));
     EXPECT_EQ(PLAT_CODE(0xC1010001), xsi_ais_startup(7)) << "the device refuses an unknown mode";
+    EXPECT_THAT(jbrg_sim::call_texts(),
+                ElementsAre("xsi_ais_startup(0)", "xsi_ais_startup(0)", "xsi_ais_startup(0)", "xsi_ais_startup(0)",
+                            "xsi_pbfs_startup(0)", "xsi_ais_startup(7)"));
     jbrg_sim::clear_calls();
     EXPECT_TRUE(jbrg_sim::calls().empty());
 }
 
-TEST_F(sim_control, reset_clears_forcing_log_and_traces) {
+// Observers of every service, each counting what reaches it.
+struct job_watch : xsi_ais_job_observer {
+    int seen = 0;
+    PLAT_RESULT notify_scan_count(unsigned int, unsigned int) override { return ++seen, PLAT_OK; }
+};
+struct app_watch : xam_ads_app_operation_observer {
+    int seen = 0;
+    void notify_run_app(const char*) override { ++seen; }
+};
+struct jobinfo_watch : xsi_ais_jobinfo_observer {};
+struct panel_watch : xsi_pbfs_panel_observer {};
+struct esm_watch : xsi_pbfs_esm_observer {};
+struct card_watch : xdc_com_std_smart_card_observer {};
+
+std::vector<std::size_t> observer_counts() {
+    return {jbrg_sim::job::observer_count(), jbrg_sim::jobinfo::observer_count(), jbrg_sim::panel::observers(),
+            jbrg_sim::esm::observers(),      jbrg_sim::smart_card::observers(),    jbrg_sim::apps::observers()};
+}
+
+TEST_F(sim_control, a_load_keeps_registered_observers_and_a_reset_powers_the_device_on_without_them) {
+    job_watch job;
+    app_watch app;
+    jobinfo_watch jobinfo;
+    panel_watch panel;
+    esm_watch esm;
+    card_watch card;
+    dev_ulong app_id = 0;
+    ASSERT_EQ(0, xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_add_observer(&job));
+    ASSERT_EQ(0, xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance()->xsi_ais_jobinfo_add_observer(&jobinfo));
+    ASSERT_EQ(0, xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_add_observer(&panel));
+    ASSERT_EQ(0, xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_add_observer(&esm));
+    ASSERT_EQ(0, xdc_com_std_facade::get_instance()->add_smart_card_observer(&card));
+    ASSERT_EQ(0, xam_ads_facade::xam_ads_get_instance()->xam_ads_add_app_operation_observer(
+                     &app, XAM_ADS_BASIS_TYPE_JAVA, app_id));
+    EXPECT_EQ(1U, app_id);
+
+    jbrg_sim::load_scenario(R"({"apps": {"installed": [{"id": "a"}]}})");
+    EXPECT_THAT(observer_counts(), ElementsAre(1U, 1U, 1U, 1U, 1U, 1U)) << "observers belong to the process";
+    EXPECT_EQ(0, jbrg_sim::job::notify_scan_count(1, 2));
+    EXPECT_EQ(0, jbrg_sim::apps::run_app("a"));
+    EXPECT_EQ(1, job.seen);
+    EXPECT_EQ(1, app.seen);
+
     jbrg_sim::force_result("xsi_ais_startup", 1);
-    xsi_pbfs_startup(0);
     emwGENTrcPrintf(0xA201, 0x102, 0, "%s", "line\n");
     jbrg_sim::reset();
     EXPECT_TRUE(jbrg_sim::calls().empty());
     EXPECT_TRUE(jbrg_sim::traces().empty());
-    EXPECT_EQ(PLAT_OK, xsi_ais_startup(0));
+    EXPECT_EQ(PLAT_OK, xsi_ais_startup(0)) << "forcing is cleared";
+    EXPECT_THAT(observer_counts(), ElementsAre(0U, 0U, 0U, 0U, 0U, 0U));
+    EXPECT_EQ(0, jbrg_sim::job::notify_scan_count(1, 2));
+    EXPECT_EQ(0, jbrg_sim::apps::run_app("a"));
+    EXPECT_EQ(1, job.seen) << "a forgotten observer hears nothing more";
+    EXPECT_EQ(1, app.seen);
+    EXPECT_EQ(XSI_AIS_JOB_NO_OBSERVER, xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_remove_observer(&job));
+    ASSERT_EQ(0, xam_ads_facade::xam_ads_get_instance()->xam_ads_add_app_operation_observer(
+                     &app, XAM_ADS_BASIS_TYPE_JAVA, app_id));
+    EXPECT_EQ(1U, app_id) << "registration ids start again";
+    jbrg_sim::reset();
+    // Should the device have kept any of them, none outlives this test.
+    xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_remove_observer(&job);
+    xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance()->xsi_ais_jobinfo_remove_observer(&jobinfo);
+    xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_remove_observer(&panel);
+    xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_remove_observer(&esm);
+    xdc_com_std_facade::get_instance()->remove_smart_card_observer(&card);
+    for (dev_ulong id : {1U, 2U}) xam_ads_facade::xam_ads_get_instance()->xam_ads_remove_app_operation_observer(id);
 }
 
-TEST_F(sim_control, notifications_run_on_the_services_own_thread) {
+TEST_F(sim_control, notifications_run_in_order_on_one_thread_per_service) {
     const auto test_thread = std::this_thread::get_id();
-    std::thread::id first, second, other;
+    std::thread::id first, other;
+    std::vector<std::thread::id> threads;
+    std::vector<int> seen;
+    std::vector<std::future<int32_t>> answers;
+    for (int i = 0; i < 50; ++i) {
+        answers.push_back(jbrg_sim::deliver_async("job", [&, i] {
+            seen.push_back(i);
+            threads.push_back(std::this_thread::get_id());
+            return i;
+        }));
+    }
+    for (int i = 0; i < 50; ++i) EXPECT_EQ(i, answers[static_cast<std::size_t>(i)].get());
+    for (int i = 0; i < 50; ++i) EXPECT_EQ(i, seen[static_cast<std::size_t>(i)]);
     EXPECT_EQ(42, jbrg_sim::deliver("job", [&] { first = std::this_thread::get_id(); return 42; }));
-    jbrg_sim::deliver("job", [&] { second = std::this_thread::get_id(); return 0; });
     jbrg_sim::deliver("panel", [&] { other = std::this_thread::get_id(); return 0; });
     EXPECT_NE(test_thread, first);
-    EXPECT_EQ(first, second) << "one IPC thread per service";
+    EXPECT_THAT(std::set<std::thread::id>(threads.begin(), threads.end()), ElementsAre(first))
+        << "one IPC thread per service";
     EXPECT_NE(first, other);
 
     std::thread::id once;
     EXPECT_EQ(-1, jbrg_sim::deliver_on_new_thread([&] { once = std::this_thread::get_id(); return -1; }));
     EXPECT_NE(first, once);
-}
-
-TEST_F(sim_control, notifications_of_one_service_arrive_in_order) {
-    std::vector<int> seen;
-    std::vector<std::future<int32_t>> answers;
-    for (int i = 0; i < 50; ++i) {
-        answers.push_back(jbrg_sim::deliver_async("jobinfo", [&seen, i] { seen.push_back(i); return i; }));
-    }
-    for (int i = 0; i < 50; ++i) EXPECT_EQ(i, answers[static_cast<std::size_t>(i)].get());
-    for (int i = 0; i < 50; ++i) EXPECT_EQ(i, seen[static_cast<std::size_t>(i)]);
 }
 
 TEST_F(sim_control, the_memory_partition_tracks_blocks_and_refuses_a_bad_free) {

@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "../../sim/src/auth_internal.h"
 #include "tests/harness/bridge_test.h"
+#include "jbrg_sim/auth.h"
 #include "jbrg_sim/control.h"
 #include "xsi_ais_auth.h"
 #include "xsi_pbfs_user.h"
@@ -74,11 +74,11 @@ TEST_F(sim_users, logins_are_limited_and_their_certificates_checked) {
         << "the same login name in a domain is another account";
     EXPECT_NE(0U, a);
     EXPECT_NE(a, b);
-    EXPECT_TRUE(jbrg_sim::certificate_valid(a));
-    EXPECT_FALSE(jbrg_sim::certificate_valid(0));
+    EXPECT_TRUE(jbrg_sim::auth::logged_in(a));
+    EXPECT_FALSE(jbrg_sim::auth::logged_in(0));
     EXPECT_EQ(XSI_AIS_AUTH_ERR_LOGIN_LIMIT, auth()->xsi_ais_auth_idm_login("C1", &c));
     EXPECT_EQ(XSI_AIS_AUTH_OK, auth()->xsi_ais_auth_logout(a));
-    EXPECT_FALSE(jbrg_sim::certificate_valid(a));
+    EXPECT_FALSE(jbrg_sim::auth::logged_in(a));
     EXPECT_EQ(XSI_AIS_AUTH_OK, auth()->xsi_ais_auth_idm_login("C1", &c));
     EXPECT_NE(b, c);
     EXPECT_EQ(XSI_AIS_AUTH_ERR_PARAM,
