@@ -2,16 +2,13 @@
 // and the trace lines that carry information.
 #include <gmock/gmock.h>
 
-#include <cctype>
 #include <cstring>
 #include <string>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
-#include "core/cjvm.h"
-#include "tests/job/job_scenario.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"
+#include "tests/job/job_test.h"
 #include "job/qsf_fnd_job_proxy.h"
 
 namespace {
@@ -28,16 +25,8 @@ constexpr int kOk = 0;
 constexpr int kError = 1;
 constexpr int kParamError = 8;
 
-class job_proxy : public jbrg_test::bridge_test {
+class job_proxy : public jbrg_test::job_test {
 protected:
-    std::string scenario() const override { return jbrg_test::kJobScenario; }
-
-    void SetUp() override {
-        bridge_test::SetUp();
-        // As the library's start-up does: the byte-array answers are built in the caller's environment.
-        orvane::CJvm::CreateJVM();
-    }
-
     // A set of the category, started and kicked: its ids.
     struct running {
         unsigned int handler = 0, service = 0, user_job = 0;
@@ -53,24 +42,6 @@ protected:
         jbrg_sim::clear_calls();
         jbrg_sim::clear_traces();
         return r;
-    }
-
-    // The calls of the platform's job service, without their out-pointer arguments (which differ per run).
-    static std::vector<std::string> job_calls() {
-        std::vector<std::string> texts;
-        for (const std::string& t : jbrg_sim::call_texts()) {
-            if (t.rfind("xsi_ais_job_", 0) == 0) texts.push_back(strip_pointers(t));
-        }
-        return texts;
-    }
-
-    static std::string strip_pointers(std::string text) {
-        for (std::size_t at = text.find("0x"); at != std::string::npos; at = text.find("0x", at)) {
-            std::size_t end = at + 2;
-            while (end < text.size() && std::isxdigit(static_cast<unsigned char>(text[end]))) ++end;
-            text.replace(at, end - at, "*");
-        }
-        return text;
     }
 
     static std::string bytes(jbyteArray array) {

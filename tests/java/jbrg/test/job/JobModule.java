@@ -167,14 +167,13 @@ public final class JobModule {
         }
     }
 
-    /** Record fields as Java sees them. */
+    /** The job records as the device lays them out: field widths, and the members that share storage. */
     public static void records() {
         long ftp = new_XSI_AIS_JOB_SEND_INFO_FTP();
         long list = new_XSI_AIS_JOB_LIST();
         long stream = new_XSI_AIS_JOB_WRITE_STREAM_DATA();
         long line = new_XSI_AIS_JOB_OCR_TEXT_DATA();
         long detail = new_XSI_AIS_JOB_SEND_INFO_DETAIL();
-        long info = new_XSI_AIS_JOB_SEND_INFO();
         long state = new_XSI_AIS_JOB_STATE();
         long phb = new_XSI_AIS_PHB_INFO_DETAIL();
         try {
@@ -187,8 +186,6 @@ public final class JobModule {
             long[] ids = {1L, 2L, 3L, 4L, 5L, 6L, 7L, 8L, 9L, 4294967295L};
             XSI_AIS_JOB_LIST_job_id_set(list, null, ids);
             equal(ids, XSI_AIS_JOB_LIST_job_id_get(list, null), "ten job ids");
-            throwsWith(IndexOutOfBoundsException.class, "incorrect array size",
-                    () -> XSI_AIS_JOB_LIST_job_id_set(list, null, new long[9]));
 
             byte[] data = new byte[16384];
             data[0] = -1;
@@ -204,11 +201,6 @@ public final class JobModule {
                     "shared");
             equal("shared", XSI_AIS_JOB_SEND_INFO_SMB_host_name_get(
                     XSI_AIS_JOB_SEND_INFO_DETAIL_smb_info_get(detail, null), null), "one storage for the members");
-            XSI_AIS_JOB_SEND_INFO_detail_set(info, null, detail, null);
-            equal("shared", XSI_AIS_JOB_SEND_INFO_FTP_host_name_get(XSI_AIS_JOB_SEND_INFO_DETAIL_ftp_info_get(
-                    XSI_AIS_JOB_SEND_INFO_detail_get(info, null), null), null), "detail copied in");
-            throwsWith(NullPointerException.class, "Attempt to dereference null XSI_AIS_JOB_SEND_INFO_DETAIL",
-                    () -> XSI_AIS_JOB_SEND_INFO_detail_set(info, null, 0L, null));
             XSI_AIS_PHB_INFO_DETAIL_start_info_set(phb, null, 5L);
             equal(5L, XSI_AIS_PHB_INFO_DISABLE_setting_id_get(XSI_AIS_PHB_INFO_DETAIL_disable_info_get(phb, null), null),
                     "start info and the disable record share their first word");
@@ -221,7 +213,6 @@ public final class JobModule {
             delete_XSI_AIS_JOB_WRITE_STREAM_DATA(stream);
             delete_XSI_AIS_JOB_OCR_TEXT_DATA(line);
             delete_XSI_AIS_JOB_SEND_INFO_DETAIL(detail);
-            delete_XSI_AIS_JOB_SEND_INFO(info);
             delete_XSI_AIS_JOB_STATE(state);
             delete_XSI_AIS_PHB_INFO_DETAIL(phb);
         }
