@@ -51,28 +51,20 @@ protected:
     std::string scenario() const override { return kHistory; }
 };
 
-TEST_F(job_log_module, reads_a_send_log_and_its_records_one_call_each) {
-    run_java(kJava, "readSendLog");
-    EXPECT_THAT(jbrg_sim::call_texts(),
-                ElementsAre(MatchesRegex(with_address("xsi_ais_jobinfo_retrieve_joblog\\(12, 1, ", "\\)")),
-                            "xsi_ais_jobinfo_create_send_info_list(12, 1)",
-                            MatchesRegex(with_address("xsi_ais_jobinfo_get_send_info\\(", "\\)")),
-                            MatchesRegex(with_address("xsi_ais_jobinfo_get_send_info\\(", "\\)")),
-                            MatchesRegex(with_address("xsi_ais_jobinfo_get_send_info\\(", "\\)")),
-                            "xsi_ais_jobinfo_delete_send_info_list()"));
-    // The job log proxy traces nothing, whatever happens.
-    EXPECT_THAT(jbrg_sim::trace_texts(), IsEmpty());
-}
-
-TEST_F(job_log_module, reads_a_receive_log_and_its_records) {
-    run_java(kJava, "readReceiveLog");
-    EXPECT_THAT(jbrg_sim::call_texts(),
-                ElementsAre(MatchesRegex(with_address("xsi_ais_jobinfo_retrieve_joblog\\(12, 2, ", "\\)")),
-                            "xsi_ais_jobinfo_create_receive_info_list(12, 2)",
-                            MatchesRegex(with_address("xsi_ais_jobinfo_get_receive_info\\(", "\\)")),
-                            MatchesRegex(with_address("xsi_ais_jobinfo_get_receive_info\\(", "\\)")),
-                            MatchesRegex(with_address("xsi_ais_jobinfo_get_receive_info\\(", "\\)")),
-                            "xsi_ais_jobinfo_delete_receive_info_list()"));
+TEST_F(job_log_module, reads_a_log_and_its_records_one_call_each) {
+    for (const std::string kind : {"send", "receive"}) {
+        jbrg_sim::reset();
+        const std::string type = kind == "send" ? "1" : "2";
+        run_java(kJava, kind == "send" ? "readSendLog" : "readReceiveLog");
+        const std::string get = with_address("xsi_ais_jobinfo_get_" + kind + "_info\\(");
+        EXPECT_THAT(jbrg_sim::call_texts(),
+                    ElementsAre(MatchesRegex(with_address("xsi_ais_jobinfo_retrieve_joblog\\(12, " + type + ", ")),
+                                "xsi_ais_jobinfo_create_" + kind + "_info_list(12, " + type + ")", MatchesRegex(get),
+                                MatchesRegex(get), MatchesRegex(get), "xsi_ais_jobinfo_delete_" + kind + "_info_list()"))
+            << kind;
+        // The job log proxy traces nothing, whatever happens.
+        EXPECT_THAT(jbrg_sim::trace_texts(), IsEmpty());
+    }
 }
 
 TEST_F(job_log_module, lists_and_lookups_answer_as_the_device_does) {

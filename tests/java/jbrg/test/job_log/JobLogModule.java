@@ -195,11 +195,13 @@ public final class JobLogModule {
         return String.valueOf(c).repeat(n);
     }
 
-    /** Text fields keep capacity-1 characters and leave their neighbours alone; nested records are in place. */
+    /**
+     * Text fields keep the device's capacity less one and leave their neighbours alone; a nested record is in place.
+     * (What every record field does with null, zero handles and record copies is the wrapper layer's own test.)
+     */
     public static void recordFields() {
         long log = new_XSI_AIS_JOBINFO_JOBLOG();
         long send = new_XSI_AIS_JOBINFO_SEND_INFO();
-        long fax = new_XSI_AIS_JOBINFO_SEND_INFO_FAX();
         try {
             // Fill each text with more than it holds, in field order, so that an overrun would show in the next.
             XSI_AIS_JOBINFO_JOBLOG_job_type_set(log, null, 5);
@@ -212,13 +214,9 @@ public final class JobLogModule {
             equal(repeat('f', 32), XSI_AIS_JOBINFO_JOBLOG_dept_name_get(log, null), "dept_name");
             equal(5, XSI_AIS_JOBINFO_JOBLOG_job_type_get(log, null), "job_type before the texts");
             equal(4294967295L, XSI_AIS_JOBINFO_JOBLOG_start_time_get(log, null), "start_time after the texts");
-            XSI_AIS_JOBINFO_JOBLOG_job_name_set(log, null, null);
-            equal("", XSI_AIS_JOBINFO_JOBLOG_job_name_get(log, null), "null stores the empty text");
 
-            XSI_AIS_JOBINFO_SEND_INFO_category_set(send, null, -7);
             XSI_AIS_JOBINFO_SEND_INFO_destination_name_set(send, null, repeat('g', 200));
             XSI_AIS_JOBINFO_SEND_INFO_result_set(send, null, 2);
-            equal(-7, XSI_AIS_JOBINFO_SEND_INFO_category_get(send, null), "category holds any int");
             equal(repeat('g', 128), XSI_AIS_JOBINFO_SEND_INFO_destination_name_get(send, null), "destination_name");
             equal(2, XSI_AIS_JOBINFO_SEND_INFO_result_get(send, null), "result after the name");
 
@@ -229,24 +227,7 @@ public final class JobLogModule {
             equal(repeat('h', 384), XSI_AIS_JOBINFO_SEND_INFO_PC_host_name_get(
                     XSI_AIS_JOBINFO_SEND_INFO_DETAIL_pc_get(XSI_AIS_JOBINFO_SEND_INFO_detail_get(send, null), null), null),
                     "host_name through the owner");
-            // Setting a nested record copies it.
-            XSI_AIS_JOBINFO_SEND_INFO_FAX_fax_no_set(fax, null, repeat('9', 70));
-            XSI_AIS_JOBINFO_SEND_INFO_FAX_port_no_set(fax, null, 3L);
-            XSI_AIS_JOBINFO_SEND_INFO_DETAIL_fax_set(detail, null, fax, null);
-            XSI_AIS_JOBINFO_SEND_INFO_FAX_port_no_set(fax, null, 4L);
-            long inner = XSI_AIS_JOBINFO_SEND_INFO_DETAIL_fax_get(detail, null);
-            equal(repeat('9', 64), XSI_AIS_JOBINFO_SEND_INFO_FAX_fax_no_get(inner, null), "copied fax_no");
-            equal(3L, XSI_AIS_JOBINFO_SEND_INFO_FAX_port_no_get(inner, null), "a copy, not the source");
-            throwsWith(NullPointerException.class, "Attempt to dereference null XSI_AIS_JOBINFO_SEND_INFO_FAX",
-                    () -> XSI_AIS_JOBINFO_SEND_INFO_DETAIL_fax_set(detail, null, 0L, null));
-
-            // A zero record handle reaches nothing.
-            XSI_AIS_JOBINFO_JOBLOG_receipt_id_set(0L, null, 5L);
-            equal(0L, XSI_AIS_JOBINFO_JOBLOG_receipt_id_get(0L, null), "getter of a zero handle");
-            equal(null, XSI_AIS_JOBINFO_JOBLOG_job_name_get(0L, null), "text getter of a zero handle");
-            equal(0L, XSI_AIS_JOBINFO_SEND_INFO_detail_get(0L, null), "nested getter of a zero handle");
         } finally {
-            delete_XSI_AIS_JOBINFO_SEND_INFO_FAX(fax);
             delete_XSI_AIS_JOBINFO_SEND_INFO(send);
             delete_XSI_AIS_JOBINFO_JOBLOG(log);
         }
