@@ -1,41 +1,17 @@
 // cmt_time: UTC calendar fields from seconds, whatever the local zone, and the local zone's flags.
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <ctime>
-#include <string>
+#include <ostream>
 
 #include "tests/harness/bridge_test.h"
 #include "core/cmt_time.h"
+#include "tests/core/in_zone.h"
 #include "jbrg_sim/control.h"
 
 namespace {
 
+using jbrg_test::in_zone;
 using orvane::cmt_time;
-
-// Runs the test body in a local zone, and restores the zone after it.
-class in_zone {
-public:
-    explicit in_zone(const char* zone) {
-        const char* old = std::getenv("TZ");
-        had_ = old != nullptr;
-        if (had_) old_ = old;
-        setenv("TZ", zone, 1);
-        tzset();
-    }
-    ~in_zone() {
-        if (had_) {
-            setenv("TZ", old_.c_str(), 1);
-        } else {
-            unsetenv("TZ");
-        }
-        tzset();
-    }
-
-private:
-    bool had_ = false;
-    std::string old_;
-};
 
 struct fields {
     int year, month, date, hour, minute, second;
@@ -53,7 +29,7 @@ fields of(const cmt_time& t) {
 
 class time_values : public jbrg_test::bridge_test {};
 
-TEST_F(time_values, seconds_give_utc_fields_in_any_local_zone) {
+TEST_F(time_values, seconds_give_utc_fields_in_any_local_zone_without_reading_it) {
     for (const char* zone : {"UTC0", "JST-9", "EST5EDT,M3.2.0,M11.1.0", "NZST-12NZDT,M9.5.0,M4.1.0/3"}) {
         SCOPED_TRACE(zone);
         in_zone z(zone);
@@ -64,14 +40,10 @@ TEST_F(time_values, seconds_give_utc_fields_in_any_local_zone) {
         // 2^31 and above are negative as the device's signed time: the defaults stay.
         EXPECT_EQ((fields{1970, 1, 1, 0, 0, 0}), of(cmt_time(2147483648U)));
         EXPECT_EQ((fields{1970, 1, 1, 0, 0, 0}), of(cmt_time(4294967295U)));
+        // Made from seconds, it has no zone of its own.
+        EXPECT_EQ(0, cmt_time(1709208000).getDaylightTime());
+        EXPECT_EQ(0, cmt_time(1709208000).getGMToffset());
     }
-}
-
-TEST_F(time_values, made_from_seconds_it_does_not_read_the_local_zone) {
-    in_zone z("JST-9");
-    cmt_time t(1709208000);
-    EXPECT_EQ(0, t.getDaylightTime());
-    EXPECT_EQ(0, t.getGMToffset());
     EXPECT_TRUE(jbrg_sim::calls_of("emwCLBLocalTime_r").empty());
 }
 

@@ -1,11 +1,9 @@
 // The start-up and time module through its Java natives.
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <ctime>
-
 #include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
+#include "tests/core/in_zone.h"
 
 namespace {
 
@@ -26,17 +24,8 @@ TEST_F(system_module, times_from_seconds_are_utc_and_take_the_low_32_bits) {
 }
 
 TEST_F(system_module, the_default_time_reads_the_local_zone) {
-    const char* old = std::getenv("TZ");
-    const std::string saved = old ? old : "";
-    setenv("TZ", "JST-9", 1);
-    tzset();
+    jbrg_test::in_zone zone("JST-9");
     run_java("jbrg/test/system/SystemModule", "defaultTimeCarriesTheLocalZone");
-    if (old) {
-        setenv("TZ", saved.c_str(), 1);
-    } else {
-        unsetenv("TZ");
-    }
-    tzset();
 }
 
 }  // namespace

@@ -226,7 +226,7 @@ TEST_F(wrapper_conventions, device_text_becomes_only_the_characters_it_holds) {
     EXPECT_EQ("", take_exception());
 }
 
-// ---- Array conversion, for each element type ---------------------------------------------------------------
+// ---- Array conversion, by element type ---------------------------------------------------------------------
 
 // One element type: its conversion functions, three Java values, the C values they convert to, and the Java
 // values those convert back to.
@@ -248,10 +248,8 @@ ARRAY_CASE(Bool, bool, jboolean, VALUES(JNI_TRUE, JNI_FALSE, JNI_TRUE), VALUES(t
            VALUES(JNI_TRUE, JNI_FALSE, JNI_TRUE))
 ARRAY_CASE(Schar, signed char, jbyte, VALUES(-128, 0, 127), VALUES(-128, 0, 127), VALUES(-128, 0, 127))
 ARRAY_CASE(Uchar, unsigned char, jshort, VALUES(1, 300, -1), VALUES(1, 44, 255), VALUES(1, 44, 255))
-ARRAY_CASE(Short, short, jshort, VALUES(-32768, 1, 32767), VALUES(-32768, 1, 32767), VALUES(-32768, 1, 32767))
 ARRAY_CASE(Ushort, unsigned short, jint, VALUES(65535, 65543, -1), VALUES(65535, 7, 65535),
            VALUES(65535, 7, 65535))
-ARRAY_CASE(Int, int, jint, VALUES(INT_MIN, 1, INT_MAX), VALUES(INT_MIN, 1, INT_MAX), VALUES(INT_MIN, 1, INT_MAX))
 ARRAY_CASE(Uint, unsigned int, jlong, VALUES(0x100000005LL, -1, 7), VALUES(5u, 0xFFFFFFFFu, 7u),
            VALUES(5, 4294967295LL, 7))
 ARRAY_CASE(Long, dev_long, jint, VALUES(INT_MIN, -1, INT_MAX), VALUES(INT_MIN, -1, INT_MAX),
@@ -260,7 +258,6 @@ ARRAY_CASE(Ulong, dev_ulong, jlong, VALUES(0x1FFFFFFFFLL, 0x80000000LL, -2), VAL
            VALUES(4294967295LL, 0x80000000LL, 4294967294LL))
 ARRAY_CASE(Longlong, long long, jlong, VALUES(INT64_MIN, -1, INT64_MAX), VALUES(INT64_MIN, -1, INT64_MAX),
            VALUES(INT64_MIN, -1, INT64_MAX))
-ARRAY_CASE(Float, float, jfloat, VALUES(-1.5f, 0.25f, 3e38f), VALUES(-1.5f, 0.25f, 3e38f), VALUES(-1.5f, 0.25f, 3e38f))
 ARRAY_CASE(Double, double, jdouble, VALUES(-1.5, 0.25, 1e300), VALUES(-1.5, 0.25, 1e300), VALUES(-1.5, 0.25, 1e300))
 #undef VALUES
 #undef ARRAY_CASE
@@ -287,8 +284,10 @@ struct case_names {
         return T::name;
     }
 };
-using array_cases = ::testing::Types<Bool_case, Schar_case, Uchar_case, Short_case, Ushort_case, Int_case,
-                                     Uint_case, Long_case, Ulong_case, Longlong_case, Float_case, Double_case>;
+// Every conversion that narrows, widens or changes signedness, and one of each width that only copies: the
+// element types share one template, so the cases left out (short, int, float) would repeat Schar, Long, Double.
+using array_cases = ::testing::Types<Bool_case, Schar_case, Uchar_case, Ushort_case, Uint_case, Long_case,
+                                     Ulong_case, Longlong_case, Double_case>;
 TYPED_TEST_SUITE(array_conversion, array_cases, case_names);
 
 TYPED_TEST(array_conversion, in_argout_and_out_convert_each_element) {
@@ -334,17 +333,14 @@ TYPED_TEST(array_conversion, in_argout_and_out_convert_each_element) {
 // ---- Java exceptions from the modules' table ------------------------------------------------------------------
 
 TEST_F(wrapper_conventions, throw_java_maps_codes_to_exception_classes) {
+    // The table's ends, the two codes that share a class, and codes outside it (the module tests see the
+    // classes of the argument checks: IndexOutOfBounds, IllegalArgument, NullPointer).
     const struct {
         int code;
         const char* java_class;
     } table[] = {
         {1, "java.lang.OutOfMemoryError"},
-        {2, "java.io.IOException"},
         {3, "java.lang.RuntimeException"},
-        {4, "java.lang.IndexOutOfBoundsException"},
-        {5, "java.lang.ArithmeticException"},
-        {6, "java.lang.IllegalArgumentException"},
-        {7, "java.lang.NullPointerException"},
         {8, "java.lang.RuntimeException"},
         {9, "java.lang.UnknownError"},
         {0, "java.lang.UnknownError"},

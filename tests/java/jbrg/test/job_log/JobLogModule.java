@@ -15,7 +15,7 @@ public final class JobLogModule {
     static final int LOG_SEND = 1;
     static final int LOG_RECEIVE = 2;
 
-    /** A job log entry with every field, then its send records, one per call, until the list is exhausted. */
+    /** A job log entry, a field of each kind, then its send records, one per call, until the list is exhausted. */
     public static void readSendLog() {
         long proxy = new_qsf_fnd_job_log_proxy();
         long log = new_XSI_AIS_JOBINFO_JOBLOG();
@@ -24,27 +24,10 @@ public final class JobLogModule {
             equal(0, qsf_fnd_job_log_proxy_retrieve_joblog(proxy, null, 12L, LOG_SEND, log, null), "retrieve");
             equal(LOG_SEND, XSI_AIS_JOBINFO_JOBLOG_job_log_type_get(log, null), "job_log_type");
             equal(12L, XSI_AIS_JOBINFO_JOBLOG_receipt_id_get(log, null), "receipt_id");
-            equal(3, XSI_AIS_JOBINFO_JOBLOG_job_type_get(log, null), "job_type");
             equal("Quote 2024", XSI_AIS_JOBINFO_JOBLOG_job_name_get(log, null), "job_name");
-            equal("Ann Smith", XSI_AIS_JOBINFO_JOBLOG_user_name_get(log, null), "user_name");
-            equal("ann", XSI_AIS_JOBINFO_JOBLOG_login_name_get(log, null), "login_name");
-            equal("sales.example", XSI_AIS_JOBINFO_JOBLOG_domain_get(log, null), "domain");
             equal("1001", XSI_AIS_JOBINFO_JOBLOG_dept_code_get(log, null), "dept_code");
-            equal("Sales", XSI_AIS_JOBINFO_JOBLOG_dept_name_get(log, null), "dept_name");
             equal(1700000000L, XSI_AIS_JOBINFO_JOBLOG_start_time_get(log, null), "start_time");
-            equal(1700000090L, XSI_AIS_JOBINFO_JOBLOG_end_time_get(log, null), "end_time");
-            equal(1699999990L, XSI_AIS_JOBINFO_JOBLOG_received_time_get(log, null), "received_time");
-            equal(90L, XSI_AIS_JOBINFO_JOBLOG_total_time_get(log, null), "total_time");
-            equal(2, XSI_AIS_JOBINFO_JOBLOG_result_get(log, null), "result");
             equal(4294967295L, XSI_AIS_JOBINFO_JOBLOG_result_err_get(log, null), "result_err, zero-extended");
-            equal(1L, XSI_AIS_JOBINFO_JOBLOG_input_attribute_get(log, null), "input_attribute");
-            equal(12L, XSI_AIS_JOBINFO_JOBLOG_output_attribute_get(log, null), "output_attribute");
-            equal(3, XSI_AIS_JOBINFO_JOBLOG_scan_type_get(log, null), "scan_type");
-            equal(1, XSI_AIS_JOBINFO_JOBLOG_print_color_mode_get(log, null), "print_color_mode");
-            equal(2L, XSI_AIS_JOBINFO_JOBLOG_copies_get(log, null), "copies");
-            equal(1L, XSI_AIS_JOBINFO_JOBLOG_completed_copies_get(log, null), "completed_copies");
-            equal(3L, XSI_AIS_JOBINFO_JOBLOG_original_page_number_get(log, null), "original_page_number");
-            equal(6L, XSI_AIS_JOBINFO_JOBLOG_total_page_number_get(log, null), "total_page_number");
             equal(4L, XSI_AIS_JOBINFO_JOBLOG_print_completion_page_number_get(log, null),
                     "print_completion_page_number");
             equal(2L, XSI_AIS_JOBINFO_JOBLOG_send_num_get(log, null), "send_num");
@@ -55,29 +38,19 @@ public final class JobLogModule {
             equal(0, qsf_fnd_job_log_proxy_get_send_info(proxy, null, info, null), "first send record");
             equal(0, XSI_AIS_JOBINFO_SEND_INFO_category_get(info, null), "category fax");
             equal("Head office", XSI_AIS_JOBINFO_SEND_INFO_destination_name_get(info, null), "destination_name");
-            equal(0, XSI_AIS_JOBINFO_SEND_INFO_result_get(info, null), "result");
-            equal(0L, XSI_AIS_JOBINFO_SEND_INFO_result_err_get(info, null), "result_err");
             long fax = XSI_AIS_JOBINFO_SEND_INFO_DETAIL_fax_get(XSI_AIS_JOBINFO_SEND_INFO_detail_get(info, null), null);
             equal("0312345678", XSI_AIS_JOBINFO_SEND_INFO_FAX_fax_no_get(fax, null), "fax_no");
             equal(1L, XSI_AIS_JOBINFO_SEND_INFO_FAX_port_no_get(fax, null), "port_no");
-            equal(3L, XSI_AIS_JOBINFO_SEND_INFO_FAX_page_number_get(fax, null), "page_number");
             equal(42L, XSI_AIS_JOBINFO_SEND_INFO_FAX_time_get(fax, null), "time");
 
             equal(0, qsf_fnd_job_log_proxy_get_send_info(proxy, null, info, null), "second send record");
             equal(2, XSI_AIS_JOBINFO_SEND_INFO_category_get(info, null), "category mail");
-            equal(2, XSI_AIS_JOBINFO_SEND_INFO_result_get(info, null), "result error");
             equal(4294967295L, XSI_AIS_JOBINFO_SEND_INFO_result_err_get(info, null), "result_err");
             long detail = XSI_AIS_JOBINFO_SEND_INFO_detail_get(info, null);
             equal("ann@example.com",
                     XSI_AIS_JOBINFO_SEND_INFO_MAIL_mail_address_get(XSI_AIS_JOBINFO_SEND_INFO_DETAIL_mail_get(detail, null), null),
                     "mail_address");
             equal("", XSI_AIS_JOBINFO_SEND_INFO_FAX_fax_no_get(fax, null), "the fax member of a mail record is empty");
-            equal("",
-                    XSI_AIS_JOBINFO_SEND_INFO_I_FAX_i_fax_address_get(XSI_AIS_JOBINFO_SEND_INFO_DETAIL_i_fax_get(detail, null), null),
-                    "i_fax_address");
-            equal("",
-                    XSI_AIS_JOBINFO_SEND_INFO_PC_host_name_get(XSI_AIS_JOBINFO_SEND_INFO_DETAIL_pc_get(detail, null), null),
-                    "host_name");
 
             // The list is exhausted: the service's "no further record" is not one the job log tells apart.
             equal(1, qsf_fnd_job_log_proxy_get_send_info(proxy, null, info, null), "after the last record");
@@ -108,8 +81,6 @@ public final class JobLogModule {
             equal("Branch", XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_destination_name_get(fax, null), "destination_name");
             equal("0311112222", XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_fax_no_get(fax, null), "fax_no");
             equal(2L, XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_port_no_get(fax, null), "port_no");
-            equal(30L, XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_time_get(fax, null), "time");
-            equal(1, XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_result_get(fax, null), "result");
             equal(77L, XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_result_err_get(fax, null), "result_err");
 
             equal(0, qsf_fnd_job_log_proxy_get_receive_info(proxy, null, info, null), "second receive record");
@@ -118,12 +89,6 @@ public final class JobLogModule {
                     XSI_AIS_JOBINFO_RECEIVE_INFO_PC_host_name_get(XSI_AIS_JOBINFO_RECEIVE_INFO_DETAIL_pc_get(detail, null), null),
                     "host_name");
             equal("", XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_fax_no_get(fax, null), "the fax member of a PC record is empty");
-            equal("",
-                    XSI_AIS_JOBINFO_RECEIVE_INFO_MAIL_mail_address_get(XSI_AIS_JOBINFO_RECEIVE_INFO_DETAIL_mail_get(detail, null), null),
-                    "mail_address");
-            equal("",
-                    XSI_AIS_JOBINFO_RECEIVE_INFO_I_FAX_i_fax_address_get(XSI_AIS_JOBINFO_RECEIVE_INFO_DETAIL_i_fax_get(detail, null), null),
-                    "i_fax_address");
             equal(1, qsf_fnd_job_log_proxy_get_receive_info(proxy, null, info, null), "after the last record");
             equal(0, qsf_fnd_job_log_proxy_delete_receive_info_list(proxy, null), "delete");
         } finally {
@@ -138,7 +103,6 @@ public final class JobLogModule {
         long proxy = new_qsf_fnd_job_log_proxy();
         long log = new_XSI_AIS_JOBINFO_JOBLOG();
         long send = new_XSI_AIS_JOBINFO_SEND_INFO();
-        long receive = new_XSI_AIS_JOBINFO_RECEIVE_INFO();
         try {
             equal(1, qsf_fnd_job_log_proxy_retrieve_joblog(proxy, null, 13L, LOG_SEND, log, null), "unknown receipt");
             equal(1, qsf_fnd_job_log_proxy_retrieve_joblog(proxy, null, 12L, 0, log, null), "receipt of another log");
@@ -146,9 +110,7 @@ public final class JobLogModule {
             equal(8, qsf_fnd_job_log_proxy_retrieve_joblog(proxy, null, 12L, -1, log, null), "a negative log");
 
             equal(8, qsf_fnd_job_log_proxy_get_send_info(proxy, null, send, null), "get without a send list");
-            equal(8, qsf_fnd_job_log_proxy_delete_send_info_list(proxy, null), "delete without a send list");
             equal(1, qsf_fnd_job_log_proxy_create_send_info_list(proxy, null, 99L, LOG_SEND), "list of no entry");
-            equal(8, qsf_fnd_job_log_proxy_get_send_info(proxy, null, send, null), "a failed create opens nothing");
 
             // One list of each kind at a time.
             equal(0, qsf_fnd_job_log_proxy_create_send_info_list(proxy, null, 12L, LOG_SEND), "create");
@@ -159,14 +121,8 @@ public final class JobLogModule {
             equal("Head office", XSI_AIS_JOBINFO_SEND_INFO_destination_name_get(send, null), "its first record");
             equal(0, qsf_fnd_job_log_proxy_delete_send_info_list(proxy, null), "delete");
             equal(8, qsf_fnd_job_log_proxy_get_send_info(proxy, null, send, null), "get after delete");
-
-            // A send list of an entry without send records is empty from the start.
-            equal(0, qsf_fnd_job_log_proxy_create_send_info_list(proxy, null, 12L, LOG_RECEIVE), "an empty list");
-            equal(1, qsf_fnd_job_log_proxy_get_send_info(proxy, null, send, null), "nothing in it");
-            equal(0, qsf_fnd_job_log_proxy_delete_send_info_list(proxy, null), "delete the empty list");
             equal(0, qsf_fnd_job_log_proxy_delete_receive_info_list(proxy, null), "delete the receive list");
         } finally {
-            delete_XSI_AIS_JOBINFO_RECEIVE_INFO(receive);
             delete_XSI_AIS_JOBINFO_SEND_INFO(send);
             delete_XSI_AIS_JOBINFO_JOBLOG(log);
             delete_qsf_fnd_job_log_proxy(proxy);
@@ -191,12 +147,12 @@ public final class JobLogModule {
         }
     }
 
-    /** Run with eleven results forced on the service's delete_imagelog, in the order of `expected`. */
+    /** Run with 0xC1020002, 0xC1020009 and 0xC102000A forced on the service's delete_imagelog, in that order. */
     public static void forcedResults() {
         long proxy = new_qsf_fnd_job_log_proxy();
         try {
-            // 0xC1020002..0xC1020009 give their low byte; 0xC102000A, 0xC102000F and 0xC1020001 give 1.
-            int[] expected = {2, 3, 4, 5, 6, 7, 8, 9, 1, 1, 1};
+            // The first codes of the job service give their low byte; 0xC102000A is past them and gives 1.
+            int[] expected = {2, 9, 1};
             for (int i = 0; i < expected.length; ++i) {
                 equal(expected[i], qsf_fnd_job_log_proxy_delete_imagelog(proxy, null, 7L), "forced code " + i);
             }
@@ -223,25 +179,11 @@ public final class JobLogModule {
         try {
             throwsWith(NullPointerException.class, "XSI_AIS_JOBINFO_JOBLOG & reference is null",
                     () -> qsf_fnd_job_log_proxy_retrieve_joblog(proxy, null, 12L, LOG_SEND, 0L, null));
-            throwsWith(NullPointerException.class, "XSI_AIS_JOBINFO_SEND_INFO & reference is null",
-                    () -> qsf_fnd_job_log_proxy_get_send_info(proxy, null, 0L, null));
-            throwsWith(NullPointerException.class, "XSI_AIS_JOBINFO_RECEIVE_INFO & reference is null",
-                    () -> qsf_fnd_job_log_proxy_get_receive_info(proxy, null, 0L, null));
 
             long log = new_XSI_AIS_JOBINFO_JOBLOG();
-            long send = new_XSI_AIS_JOBINFO_SEND_INFO();
-            long receive = new_XSI_AIS_JOBINFO_RECEIVE_INFO();
             equal(0, qsf_fnd_job_log_proxy_retrieve_joblog(0L, null, 12L, LOG_SEND, log, null), "zero proxy");
-            equal(0, qsf_fnd_job_log_proxy_create_send_info_list(0L, null, 12L, LOG_SEND), "zero proxy");
-            equal(0, qsf_fnd_job_log_proxy_get_send_info(0L, null, send, null), "zero proxy");
             equal(0, qsf_fnd_job_log_proxy_delete_send_info_list(0L, null), "zero proxy");
-            equal(0, qsf_fnd_job_log_proxy_create_receive_info_list(0L, null, 12L, LOG_RECEIVE), "zero proxy");
-            equal(0, qsf_fnd_job_log_proxy_get_receive_info(0L, null, receive, null), "zero proxy");
-            equal(0, qsf_fnd_job_log_proxy_delete_receive_info_list(0L, null), "zero proxy");
             equal(null, qsf_fnd_job_log_proxy_retrieve_imagelog(0L, null, 7L), "zero proxy");
-            equal(0, qsf_fnd_job_log_proxy_delete_imagelog(0L, null, 7L), "zero proxy");
-            delete_XSI_AIS_JOBINFO_RECEIVE_INFO(receive);
-            delete_XSI_AIS_JOBINFO_SEND_INFO(send);
             delete_XSI_AIS_JOBINFO_JOBLOG(log);
             delete_qsf_fnd_job_log_proxy(0L);
         } finally {
@@ -253,37 +195,28 @@ public final class JobLogModule {
         return String.valueOf(c).repeat(n);
     }
 
-    /** Text fields keep capacity-1 characters and leave their neighbours alone; nested records are in place. */
+    /**
+     * Text fields keep the device's capacity less one and leave their neighbours alone; a nested record is in place.
+     * (What every record field does with null, zero handles and record copies is the wrapper layer's own test.)
+     */
     public static void recordFields() {
         long log = new_XSI_AIS_JOBINFO_JOBLOG();
         long send = new_XSI_AIS_JOBINFO_SEND_INFO();
-        long receive = new_XSI_AIS_JOBINFO_RECEIVE_INFO();
-        long fax = new_XSI_AIS_JOBINFO_SEND_INFO_FAX();
         try {
             // Fill each text with more than it holds, in field order, so that an overrun would show in the next.
             XSI_AIS_JOBINFO_JOBLOG_job_type_set(log, null, 5);
             XSI_AIS_JOBINFO_JOBLOG_job_name_set(log, null, repeat('a', 300));
-            XSI_AIS_JOBINFO_JOBLOG_user_name_set(log, null, repeat('b', 300));
-            XSI_AIS_JOBINFO_JOBLOG_login_name_set(log, null, repeat('c', 300));
-            XSI_AIS_JOBINFO_JOBLOG_domain_set(log, null, repeat('d', 300));
             XSI_AIS_JOBINFO_JOBLOG_dept_code_set(log, null, repeat('e', 300));
             XSI_AIS_JOBINFO_JOBLOG_dept_name_set(log, null, repeat('f', 300));
             XSI_AIS_JOBINFO_JOBLOG_start_time_set(log, null, 0x1FFFFFFFFL);
             equal(repeat('a', 256), XSI_AIS_JOBINFO_JOBLOG_job_name_get(log, null), "job_name");
-            equal(repeat('b', 128), XSI_AIS_JOBINFO_JOBLOG_user_name_get(log, null), "user_name");
-            equal(repeat('c', 128), XSI_AIS_JOBINFO_JOBLOG_login_name_get(log, null), "login_name");
-            equal(repeat('d', 128), XSI_AIS_JOBINFO_JOBLOG_domain_get(log, null), "domain");
             equal(repeat('e', 8), XSI_AIS_JOBINFO_JOBLOG_dept_code_get(log, null), "dept_code");
             equal(repeat('f', 32), XSI_AIS_JOBINFO_JOBLOG_dept_name_get(log, null), "dept_name");
             equal(5, XSI_AIS_JOBINFO_JOBLOG_job_type_get(log, null), "job_type before the texts");
             equal(4294967295L, XSI_AIS_JOBINFO_JOBLOG_start_time_get(log, null), "start_time after the texts");
-            XSI_AIS_JOBINFO_JOBLOG_job_name_set(log, null, null);
-            equal("", XSI_AIS_JOBINFO_JOBLOG_job_name_get(log, null), "null stores the empty text");
 
-            XSI_AIS_JOBINFO_SEND_INFO_category_set(send, null, -7);
             XSI_AIS_JOBINFO_SEND_INFO_destination_name_set(send, null, repeat('g', 200));
             XSI_AIS_JOBINFO_SEND_INFO_result_set(send, null, 2);
-            equal(-7, XSI_AIS_JOBINFO_SEND_INFO_category_get(send, null), "category holds any int");
             equal(repeat('g', 128), XSI_AIS_JOBINFO_SEND_INFO_destination_name_get(send, null), "destination_name");
             equal(2, XSI_AIS_JOBINFO_SEND_INFO_result_get(send, null), "result after the name");
 
@@ -294,70 +227,24 @@ public final class JobLogModule {
             equal(repeat('h', 384), XSI_AIS_JOBINFO_SEND_INFO_PC_host_name_get(
                     XSI_AIS_JOBINFO_SEND_INFO_DETAIL_pc_get(XSI_AIS_JOBINFO_SEND_INFO_detail_get(send, null), null), null),
                     "host_name through the owner");
-            // Setting a nested record copies it.
-            XSI_AIS_JOBINFO_SEND_INFO_FAX_fax_no_set(fax, null, repeat('9', 70));
-            XSI_AIS_JOBINFO_SEND_INFO_FAX_port_no_set(fax, null, 3L);
-            XSI_AIS_JOBINFO_SEND_INFO_FAX_page_number_set(fax, null, 10L);
-            XSI_AIS_JOBINFO_SEND_INFO_FAX_time_set(fax, null, 11L);
-            XSI_AIS_JOBINFO_SEND_INFO_DETAIL_fax_set(detail, null, fax, null);
-            XSI_AIS_JOBINFO_SEND_INFO_FAX_port_no_set(fax, null, 4L);
-            long inner = XSI_AIS_JOBINFO_SEND_INFO_DETAIL_fax_get(detail, null);
-            equal(repeat('9', 64), XSI_AIS_JOBINFO_SEND_INFO_FAX_fax_no_get(inner, null), "copied fax_no");
-            equal(3L, XSI_AIS_JOBINFO_SEND_INFO_FAX_port_no_get(inner, null), "a copy, not the source");
-            equal(10L, XSI_AIS_JOBINFO_SEND_INFO_FAX_page_number_get(inner, null), "page_number");
-            equal(11L, XSI_AIS_JOBINFO_SEND_INFO_FAX_time_get(inner, null), "time");
-            throwsWith(NullPointerException.class, "Attempt to dereference null XSI_AIS_JOBINFO_SEND_INFO_FAX",
-                    () -> XSI_AIS_JOBINFO_SEND_INFO_DETAIL_fax_set(detail, null, 0L, null));
-
-            long rfax = XSI_AIS_JOBINFO_RECEIVE_INFO_DETAIL_fax_get(XSI_AIS_JOBINFO_RECEIVE_INFO_detail_get(receive, null), null);
-            XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_destination_name_set(rfax, null, repeat('i', 200));
-            XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_fax_no_set(rfax, null, repeat('j', 200));
-            XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_port_no_set(rfax, null, 6L);
-            equal(repeat('i', 128), XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_destination_name_get(rfax, null), "sender name");
-            equal(repeat('j', 64), XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_fax_no_get(rfax, null), "sender number");
-            equal(6L, XSI_AIS_JOBINFO_RECEIVE_INFO_FAX_port_no_get(rfax, null), "port_no after the number");
-
-            // A zero record handle reaches nothing.
-            XSI_AIS_JOBINFO_JOBLOG_receipt_id_set(0L, null, 5L);
-            equal(0L, XSI_AIS_JOBINFO_JOBLOG_receipt_id_get(0L, null), "getter of a zero handle");
-            equal(null, XSI_AIS_JOBINFO_JOBLOG_job_name_get(0L, null), "text getter of a zero handle");
-            equal(0L, XSI_AIS_JOBINFO_SEND_INFO_detail_get(0L, null), "nested getter of a zero handle");
         } finally {
-            delete_XSI_AIS_JOBINFO_SEND_INFO_FAX(fax);
-            delete_XSI_AIS_JOBINFO_RECEIVE_INFO(receive);
             delete_XSI_AIS_JOBINFO_SEND_INFO(send);
             delete_XSI_AIS_JOBINFO_JOBLOG(log);
         }
     }
 
-    /** The job state record, exposed by this module as well, with its twelve fields. */
+    /** The job state record, exposed by this module as well: its fields narrower than Java's. */
     public static void jobState() {
         long s = new_XSI_AIS_JOB_STATE();
         try {
-            XSI_AIS_JOB_STATE_state_set(s, null, 1L);
             XSI_AIS_JOB_STATE_user_job_id_set(s, null, 0x1FFFFFFFFL);
-            XSI_AIS_JOB_STATE_result_set(s, null, 2L);
             XSI_AIS_JOB_STATE_job_mode_set(s, null, 65535);
             XSI_AIS_JOB_STATE_user_name_set(s, null, repeat('u', 130));
-            XSI_AIS_JOB_STATE_in_dev_set(s, null, (short) 255);
             XSI_AIS_JOB_STATE_out_dev_set(s, null, (short) 300);
-            XSI_AIS_JOB_STATE_input_box_id_set(s, null, 11L);
-            XSI_AIS_JOB_STATE_output_box_id_set(s, null, 12L);
-            XSI_AIS_JOB_STATE_form_box_id_set(s, null, 13L);
-            XSI_AIS_JOB_STATE_receipt_id_set(s, null, 14L);
-            XSI_AIS_JOB_STATE_sys_info_user_job_id_set(s, null, 15L);
-            equal(1L, XSI_AIS_JOB_STATE_state_get(s, null), "state");
             equal(4294967295L, XSI_AIS_JOB_STATE_user_job_id_get(s, null), "user_job_id, low 32 bits");
-            equal(2L, XSI_AIS_JOB_STATE_result_get(s, null), "result");
             equal(65535, XSI_AIS_JOB_STATE_job_mode_get(s, null), "job_mode");
             equal(repeat('u', 128), XSI_AIS_JOB_STATE_user_name_get(s, null), "user_name");
-            equal((short) 255, XSI_AIS_JOB_STATE_in_dev_get(s, null), "in_dev");
             equal((short) 44, XSI_AIS_JOB_STATE_out_dev_get(s, null), "out_dev, one byte");
-            equal(11L, XSI_AIS_JOB_STATE_input_box_id_get(s, null), "input_box_id");
-            equal(12L, XSI_AIS_JOB_STATE_output_box_id_get(s, null), "output_box_id");
-            equal(13L, XSI_AIS_JOB_STATE_form_box_id_get(s, null), "form_box_id");
-            equal(14L, XSI_AIS_JOB_STATE_receipt_id_get(s, null), "receipt_id");
-            equal(15L, XSI_AIS_JOB_STATE_sys_info_user_job_id_get(s, null), "sys_info_user_job_id");
         } finally {
             delete_XSI_AIS_JOB_STATE(s);
         }

@@ -31,8 +31,6 @@ public final class SystemModule {
     }
 
     public static void timesFromSeconds() {
-        equal("1970-01-01 00:00:00 dst=0 off=0", fields(0L), "0");
-        equal("1970-01-01 23:59:59 dst=0 off=0", fields(86399L), "86399");
         equal("2038-01-19 03:14:07 dst=0 off=0", fields(2147483647L), "2^31-1");
         equal("1970-01-01 00:00:00 dst=0 off=0", fields(2147483648L), "2^31, negative on the device");
         // The seconds are the device's unsigned long: a Java long keeps its low 32 bits.

@@ -80,16 +80,8 @@ public final class HiddenAccounts {
         qsf_fnd_userJNI.XSI_PBFS_USERINFO_RECORD_login_name_set(r, null, long400.toString());
         equal(long400.substring(0, 384), qsf_fnd_userJNI.XSI_PBFS_USERINFO_RECORD_login_name_get(r, null),
                 "a login name is cut to 384 characters");
-        qsf_fnd_userJNI.XSI_PBFS_USERINFO_RECORD_rights_set(r, null, 2);
-        equal(2, qsf_fnd_userJNI.XSI_PBFS_USERINFO_RECORD_rights_get(r, null), "rights");
         qsf_fnd_userJNI.XSI_PBFS_USERINFO_RECORD_acc_id_set(r, null, 0x1FFFFFFFFL);
         equal(0xFFFFFFFFL, qsf_fnd_userJNI.XSI_PBFS_USERINFO_RECORD_acc_id_get(r, null), "32-bit account id");
-        long p = qsf_fnd_userJNI.new_XSI_PBFS_FUNC_IMPL_PERMISSION();
-        qsf_fnd_userJNI.XSI_PBFS_FUNC_IMPL_PERMISSION_eco_print_limit_set(p, null, 1);
-        qsf_fnd_userJNI.XSI_PBFS_USERINFO_RECORD_func_impl_permission_set(r, null, p, null);
-        long inside = qsf_fnd_userJNI.XSI_PBFS_USERINFO_RECORD_func_impl_permission_get(r, null);
-        equal(1L, qsf_fnd_userJNI.XSI_PBFS_FUNC_IMPL_PERMISSION_eco_print_limit_get(inside, null), "nested copy");
-        qsf_fnd_userJNI.delete_XSI_PBFS_FUNC_IMPL_PERMISSION(p);
         qsf_fnd_userJNI.delete_XSI_PBFS_USERINFO_RECORD(r);
 
         long card = qsf_fnd_userJNI.new_XSI_PBFS_USER_IC_CARD_INFO_RECORD();
@@ -98,8 +90,6 @@ public final class HiddenAccounts {
         id[63] = 0xFF;
         qsf_fnd_userJNI.XSI_PBFS_USER_IC_CARD_INFO_RECORD_card_id_set(card, null, id);
         equal(id, qsf_fnd_userJNI.XSI_PBFS_USER_IC_CARD_INFO_RECORD_card_id_get(card, null), "card id bytes");
-        jbrg.test.Check.throwsWith(IndexOutOfBoundsException.class, "incorrect array size",
-                () -> qsf_fnd_userJNI.XSI_PBFS_USER_IC_CARD_INFO_RECORD_card_id_set(card, null, new short[63]));
         qsf_fnd_userJNI.delete_XSI_PBFS_USER_IC_CARD_INFO_RECORD(card);
     }
 }
