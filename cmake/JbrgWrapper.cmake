@@ -7,7 +7,8 @@
 #      (<module>.stated beside it) and the table of exports the hostile-argument probe calls (<module>.probe);
 #      the custom target jbrg_wrap_<package path with underscores>_<module> stands for these files;
 #   2. one javac -h run compiles the Java classes of all the target's modules into JBRG_WRAPPER_CLASSES and
-#      writes the C headers of their natives (the custom target jbrg_javac_<target>);
+#      writes the C headers of their natives (the custom target jbrg_javac_<target>); a header is replaced only
+#      when it changed;
 #   3. each C++ file is compiled against its module's header, with -Wmissing-declarations, so an export whose
 #      name or signature differs from what Java resolves does not build.
 # The module and package are those of the file's name and folder; the generator checks that the
@@ -24,6 +25,10 @@ function(jbrg_wrapper_modules target)
   set(javas "")
   set(headers "")
   set(module_targets "")
+  set(staged_headers "")
+  # javac writes every header anew; only those that changed are copied where the C++ files include them, so
+  # that a change to one module recompiles that module's exports only.
+  set(staging "${JBRG_WRAPPER_OUT}/javac-h/${target}")
   foreach(description ${ARGN})
     get_filename_component(desc "${description}" ABSOLUTE)
     get_filename_component(module "${desc}" NAME_WE)
@@ -42,6 +47,7 @@ function(jbrg_wrapper_modules target)
     # javac -h names the header after the class, with underscores for its dots.
     string(REPLACE "/" "_" header_name "orvane/qsf/wrapper/${package_path}/${module}JNI")
     set(header "${JBRG_WRAPPER_HEADERS}/${header_name}.h")
+    set(staged_header "${staging}/${header_name}.h")
 
     add_custom_command(
       OUTPUT "${cpp}" "${java}" "${manifest}" "${stated}" "${probe}"
@@ -56,6 +62,7 @@ function(jbrg_wrapper_modules target)
     list(APPEND module_targets ${module_target})
     list(APPEND javas "${java}")
     list(APPEND headers "${header}")
+    list(APPEND staged_headers "${staged_header}")
 
     target_sources(${target} PRIVATE "${cpp}")
     set_source_files_properties("${cpp}" PROPERTIES
@@ -69,15 +76,21 @@ function(jbrg_wrapper_modules target)
 
   # One javac for all the modules of the target: starting the compiler costs more than compiling a module.
   list(LENGTH javas count)
+  # The stamp says when javac last ran; the headers, kept when unchanged, say what changed.
+  set(stamp "${staging}.stamp")
   add_custom_command(
-    OUTPUT ${headers}
+    OUTPUT "${stamp}"
+    BYPRODUCTS ${headers}
     COMMAND "${JBRG_JAVAC}" --release 17 -Xlint:all -Werror -encoding UTF-8
-            -h "${JBRG_WRAPPER_HEADERS}" -d "${JBRG_WRAPPER_CLASSES}" ${javas}
+            -h "${staging}" -d "${JBRG_WRAPPER_CLASSES}" ${javas}
+    COMMAND ${CMAKE_COMMAND} -E make_directory "${JBRG_WRAPPER_HEADERS}"
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${staged_headers} "${JBRG_WRAPPER_HEADERS}"
+    COMMAND ${CMAKE_COMMAND} -E touch "${stamp}"
     DEPENDS ${javas}
     COMMENT "javac -h: the natives of the ${count} modules of ${target}"
     VERBATIM)
   set(javac_target "jbrg_javac_${target}")
-  add_custom_target(${javac_target} DEPENDS ${headers})
+  add_custom_target(${javac_target} DEPENDS "${stamp}")
   # The module targets first, so that no generator other than Ninja runs a module's wrapgen twice.
   add_dependencies(${javac_target} ${module_targets})
   add_dependencies(${target} ${javac_target})
