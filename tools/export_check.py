@@ -6,6 +6,8 @@ The union of the modules' manifests (one JNI name a line, written by the wrapper
 stated (`<module>.stated` beside its manifest: Java applications link against those names as they stand) must be
 among them, so that an overload cannot rename one. Beside that, each module's count is printed next
 to the number of exports the module has on the device, so that a module still growing shows how far it is.
+The manifests lie in one folder per package below the manifest root (`<root>/<package path>/<module>.exports`);
+a module is shown as `<package path>/<module>`.
 """
 
 import argparse
@@ -13,7 +15,7 @@ import os
 import subprocess
 import sys
 
-# The modules of libjbrgCMT and their number of exports on the device.
+# The modules of libjbrgCMT and their number of exports on the device (each module's name is unique there).
 DEVICE_COUNTS = {
     'cmt_account_module': 28,
     'cmt_address_book_module': 66,
@@ -51,29 +53,32 @@ def main():
     ap = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     ap.add_argument('--nm', default='nm')
     ap.add_argument('--library', required=True)
+    ap.add_argument('--root', help='the folder below which the manifests lie in their package folders')
     ap.add_argument('manifests', nargs='*')
     args = ap.parse_args()
 
     declared = set()
     stated = set()
     per_module = {}
+    built = set()
     for path in args.manifests:
-        module = os.path.basename(path).rsplit('.', 1)[0]
+        module = os.path.splitext(os.path.relpath(path, args.root) if args.root else os.path.basename(path))[0]
         names = read_names(path)
         per_module[module] = len(names)
+        built.add(os.path.basename(module))
         declared |= names
         stated_path = path.rsplit('.', 1)[0] + '.stated'
         if os.path.exists(stated_path):
             stated |= read_names(stated_path)
     actual = exported(args.nm, args.library)
 
-    print(f'{"module":32} {"exports":>8} {"device":>8}')
-    for module in sorted(set(DEVICE_COUNTS) | set(per_module)):
-        have = per_module.get(module)
-        want = DEVICE_COUNTS.get(module)
+    print(f'{"module":40} {"exports":>8} {"device":>8}')
+    rows = [(module, per_module[module], DEVICE_COUNTS.get(os.path.basename(module))) for module in per_module]
+    rows += [(module, None, count) for module, count in DEVICE_COUNTS.items() if module not in built]
+    for module, have, want in sorted(rows, key=lambda row: (os.path.basename(row[0]).lower(), row[0])):
         mark = '' if have == want else ('  (not built yet)' if have is None else '  (differs)')
-        print(f'{module:32} {have if have is not None else "-":>8} {want if want is not None else "-":>8}{mark}')
-    print(f'{"total":32} {len(declared):>8} {sum(DEVICE_COUNTS.values()):>8}')
+        print(f'{module:40} {have if have is not None else "-":>8} {want if want is not None else "-":>8}{mark}')
+    print(f'{"total":40} {len(declared):>8} {sum(DEVICE_COUNTS.values()):>8}')
 
     missing = sorted(declared - actual)
     extra = sorted(actual - declared)

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -26,9 +27,28 @@ std::vector<std::string> probe_tables() {
     return tables;
 }
 
+// The module of a table, package included ("job_log/qsf_fnd_job_log"), from the class its first line names,
+// "# <module> orvane/qsf/wrapper/<package path>/<module>JNI"; a table that cannot be read by its file name.
 std::string module_of(const std::string& table) {
-    const std::size_t slash = table.find_last_of('/');
-    return table.substr(slash + 1, table.rfind('.') - slash - 1);
+    std::ifstream in(table);
+    std::string hash, module, jclass;
+    in >> hash >> module >> jclass;
+    const std::string prefix = "orvane/qsf/wrapper/", suffix = module + "JNI";
+    if (jclass.rfind(prefix, 0) != 0 || jclass.size() < prefix.size() + suffix.size() ||
+        jclass.compare(jclass.size() - suffix.size(), suffix.size(), suffix) != 0) {
+        const std::size_t slash = table.find_last_of('/');
+        return table.substr(slash + 1, table.rfind('.') - slash - 1);
+    }
+    return jclass.substr(prefix.size(), jclass.size() - prefix.size() - 3);
+}
+
+// The name of a test: letters, digits and underscores only.
+std::string test_name(const std::string& table) {
+    std::string name = module_of(table);
+    for (char& c : name) {
+        if (c == '/' || c == '.') c = '_';
+    }
+    return name;
 }
 
 class hostile_arguments : public jbrg_test::bridge_test, public ::testing::WithParamInterface<std::string> {};
@@ -58,6 +78,6 @@ TEST_P(hostile_arguments, reach_only_documented_answers) {
 }
 
 INSTANTIATE_TEST_SUITE_P(modules, hostile_arguments, ::testing::ValuesIn(probe_tables()),
-                         [](const ::testing::TestParamInfo<std::string>& table) { return module_of(table.param); });
+                         [](const ::testing::TestParamInfo<std::string>& table) { return test_name(table.param); });
 
 }  // namespace

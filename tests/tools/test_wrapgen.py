@@ -1,5 +1,5 @@
-"""The wrapper generator on descriptions written for the occasion: names, numbering and the errors a
-module author meets."""
+"""The wrapper generator on descriptions written for the occasion: names, numbering, how each type crosses to
+Java and the errors a module author meets."""
 
 import os
 import subprocess
@@ -11,16 +11,34 @@ import unittest
 GENERATOR = os.path.join(os.path.dirname(__file__), '..', '..', 'tools', 'wrapgen', 'wrapgen.py')
 
 
-def run(description, *args):
+def generate(description, *args, outputs=('exports',)):
+    """Runs the generator on a description; answers the run and the text of each output asked for."""
     with tempfile.TemporaryDirectory() as folder:
         path = os.path.join(folder, 'm.wrap')
         with open(path, 'w', encoding='utf-8') as f:
             f.write(textwrap.dedent(description))
-        manifest = os.path.join(folder, 'm.exports')
-        done = subprocess.run([sys.executable, GENERATOR, path, '--manifest', manifest, *args],
-                              capture_output=True, text=True)
-        names = open(manifest, encoding='utf-8').read().split() if done.returncode == 0 else []
-        return done, names
+        files = {kind: os.path.join(folder, 'm.' + kind) for kind in outputs}
+        options = [option for kind, file in files.items()
+                   for option in ('--manifest' if kind == 'exports' else '--' + kind, file)]
+        done = subprocess.run([sys.executable, GENERATOR, path, *options, *args], capture_output=True, text=True)
+        texts = {}
+        if done.returncode == 0:
+            for kind, file in files.items():
+                with open(file, encoding='utf-8') as f:
+                    texts[kind] = f.read()
+        return done, texts
+
+
+def run(description, *args):
+    done, texts = generate(description, *args)
+    return done, texts.get('exports', '').split()
+
+
+def probe_rows(description):
+    """The probe table of a description: export -> [result, argument roles...]."""
+    done, texts = generate(description, outputs=('probe',))
+    assert done.returncode == 0, done.stderr
+    return {line.split()[0]: line.split()[1:] for line in texts['probe'].splitlines() if not line.startswith('#')}
 
 
 class Names(unittest.TestCase):
@@ -58,37 +76,94 @@ class Names(unittest.TestCase):
                                  'counter_1get']), short)
 
     def test_stated_names_and_the_probe_table(self):
-        with tempfile.TemporaryDirectory() as folder:
-            path = os.path.join(folder, 'm.wrap')
-            with open(path, 'w', encoding='utf-8') as f:
-                f.write(textwrap.dedent('''
-                    module m
-                    package p
-                    record R { char t[9]; R inner[3]; }
-                    class C {
-                        [[stated]] C();
-                        [[stated]] int f(R& r, unsigned long n, int* OUTPUT);
-                        [[stated]] int f(const char* s);
-                        static C* get();
-                        R make();
-                    }
-                '''))
-            stated, probe = os.path.join(folder, 'm.stated'), os.path.join(folder, 'm.probe')
-            done = subprocess.run([sys.executable, GENERATOR, path, '--stated', stated, '--probe', probe],
-                                  capture_output=True, text=True)
-            self.assertEqual(0, done.returncode, done.stderr)
-            # The overloaded f is exported as f__SWIG_0/1: its stated bare name is what the export check misses.
-            self.assertEqual(['Java_orvane_qsf_wrapper_p_mJNI_C_1f', 'Java_orvane_qsf_wrapper_p_mJNI_new_1C'],
-                             open(stated, encoding='utf-8').read().split())
-            rows = {line.split()[0]: line.split()[1:] for line in open(probe, encoding='utf-8')
-                    if not line.startswith('#')}
+        done, texts = generate('''
+            module m
+            package p
+            record R { char t[9]; R inner[3]; unsigned long ids[2]; R one; }
+            class C {
+                [[stated]] C();
+                [[stated]] int f(R& r, unsigned long n, int* OUTPUT);
+                [[stated]] int f(const char* s);
+                static C* get();
+                R make();
+            }
+        ''', outputs=('stated', 'probe'))
+        self.assertEqual(0, done.returncode, done.stderr)
+        # The overloaded f is exported as f__SWIG_0/1: its stated bare name is what the export check misses.
+        self.assertEqual(['Java_orvane_qsf_wrapper_p_mJNI_C_1f', 'Java_orvane_qsf_wrapper_p_mJNI_new_1C'],
+                         texts['stated'].split())
+        rows = {line.split()[0]: line.split()[1:] for line in texts['probe'].splitlines()
+                if not line.startswith('#')}
         self.assertEqual(['void', 'self:R', 'owner', 'text:9'], rows['R_t_set'])
+        # A record handle is followed by its owner; a primitive array's bare address is not.
         self.assertEqual(['void', 'self:R', 'owner', 'source:R:3', 'owner'], rows['R_inner_set'])
+        self.assertEqual(['void', 'self:R', 'owner', 'source:unsignedlong:2'], rows['R_ids_set'])
+        self.assertEqual(['void', 'self:R', 'owner', 'handle:R', 'owner'], rows['R_one_set'])
         self.assertEqual(['int', 'self:C', 'owner', 'handle:R', 'owner', 'long', 'out'], rows['C_f__SWIG_0'])
         self.assertEqual(['ref:C'], rows['C_get'])
-        self.assertEqual(['new:R', 'self:C', 'owner'], rows['C_make'])
         self.assertEqual(['new:C'], rows['new_C'])
         self.assertEqual(['void', 'dispose:C'], rows['delete_C'])
+
+
+class TypeMap(unittest.TestCase):
+    """How each written type crosses: the Java types and probe roles of arguments and results, and the checks
+    whose exception texts Java sees."""
+
+    HEAD = '''
+        module m
+        package p
+        typedef TID unsigned int;
+        enum E { E_A }
+        record R { int x; }
+    '''
+
+    def test_arguments(self):
+        cases = {
+            'int': ['int'], 'unsigned long': ['long'], 'long': ['int'], 'const unsigned int&': ['long'],
+            'bool': ['boolean'], 'unsigned char': ['short'], 'signed char': ['byte'], 'unsigned short': ['int'],
+            'E': ['int'], 'const E&': ['int'], 'TID': ['long'], 'jobject': ['Object'],
+            'const char*': ['String'], 'char*': ['String'], 'std::string': ['String'],
+            'const std::string&': ['String'], 'std::string& INOUT': ['String[]'],
+            'unsigned long* OUTPUT': ['out'], 'E& OUTPUT': ['out'], 'signed char data[]': ['array:0'],
+            # Everything else is a handle followed by its owner, a scalar the callee may change included.
+            'R&': ['handle:R', 'owner'], 'const R&': ['handle:R', 'owner'], 'R': ['handle:R', 'owner'],
+            'const R*': ['handle:R', 'owner'], 'int&': ['handle:int', 'owner'], 'void*': ['handle:void', 'owner'],
+            'std::vector< int >': ['handle:std::vector<int>', 'owner'],
+            'Opaque*': ['handle:Opaque', 'owner'],
+        }
+        methods = ''.join(f'    int f{i}({written});\n' for i, written in enumerate(cases))
+        rows = probe_rows(self.HEAD + 'class C [[nodelete]] {\n' + methods + '}\n')
+        for i, (written, roles) in enumerate(cases.items()):
+            with self.subTest(written):
+                self.assertEqual(['int', 'self:C', 'owner'] + roles, rows[f'C_f{i}'])
+
+    def test_results(self):
+        cases = {
+            'void': 'void', 'unsigned long': 'long', 'bool': 'boolean', 'E': 'int', 'TID': 'long',
+            'const char*': 'String', 'std::string': 'String', 'const std::string&': 'String', 'jobject': 'Object',
+            # A scalar returned by reference is its value, not a handle.
+            'const unsigned long&': 'long', 'unsigned int&': 'long',
+            'R': 'new:R', 'R*': 'ref:R', 'R&': 'ref:R', 'const R&': 'ref:R', 'int*': 'ref:int',
+        }
+        methods = ''.join(f'    {written} f{i}();\n' for i, written in enumerate(cases))
+        rows = probe_rows(self.HEAD + 'class C [[nodelete]] {\n' + methods + '}\nconstant R ORIGIN;\n')
+        for i, (written, role) in enumerate(cases.items()):
+            with self.subTest(written):
+                self.assertEqual([role, 'self:C', 'owner'], rows[f'C_f{i}'])
+        # A record constant is a copy Java owns, as a record result is.
+        self.assertEqual(['new:R'], rows['ORIGIN_get'])
+
+    def test_null_checks_quote_the_type_as_declared(self):
+        done, texts = generate(self.HEAD + '''
+            class C [[nodelete]] {
+                int f(R& a, const R& b, R c, std::vector< unsigned int >& d, const std::string& e);
+            }
+        ''', outputs=('cpp',))
+        self.assertEqual(0, done.returncode, done.stderr)
+        for message in ('"R & reference is null"', '"R const & reference is null"', '"Attempt to dereference null R"',
+                        '"std::vector< unsigned int > & reference is null"'):
+            self.assertIn(message, texts['cpp'])
+        self.assertIn('::jbrg::wrap::string_arg arg6(jenv, jarg6);', texts['cpp'])
 
 
 class Errors(unittest.TestCase):
@@ -98,41 +173,33 @@ class Errors(unittest.TestCase):
         for fragment in fragments:
             self.assertIn(fragment, done.stderr)
 
-    def test_an_unknown_type_names_the_line(self):
-        self.assertFails('''
-            module m
-            package p
-            class C {
-                int f(Unknown u);
-            }
-        ''', 'm.wrap:5:', 'unknown type "Unknown"')
+    def test_an_unknown_type_names_the_module_the_line_and_the_type(self):
+        for written in ('int f(Unknown u);', 'Unknown f();'):
+            with self.subTest(written):
+                self.assertFails(f'''
+                    module m
+                    package p
+                    class C {{
+                        {written}
+                    }}
+                ''', 'm.wrap:5: module m: unknown type "Unknown"')
 
-    def test_the_place_in_the_tree_must_agree(self):
-        self.assertFails('module m\npackage p\n', 'declares module "m"', '"other"',
-                         args=('--module', 'other'))
+    def test_a_shape_without_a_conversion_is_refused(self):
+        # A pointer passed by reference is neither a value nor a handle Java can hold.
+        self.assertFails('module m\npackage p\nclass C { int f(const int*& p); }\n',
+                         'm.wrap:3: module m: "int" does not cross to Java as T*&')
+        self.assertFails('module m\npackage p\nrecord R { int x; }\nclass C { void f(R* OUTPUT); }\n',
+                         'OUTPUT does not apply to "R"')
+        self.assertFails('module m\npackage p\nclass C { void f(const char* s[]); }\n',
+                         'no Java array for elements of "char"')
+
+    def test_descriptions_that_contradict_themselves_or_their_place(self):
+        self.assertFails('module m\npackage p\n', 'declares module "m"', '"other"', args=('--module', 'other'))
         self.assertFails('module m\npackage p\n', 'declares package "p"', args=('--package', 'q'))
-
-    def test_a_description_needs_module_and_package(self):
         self.assertFails('package p\n', 'needs "module" and "package"')
-
-    def test_an_export_named_twice_is_refused(self):
-        self.assertFails('''
-            module m
-            package p
-            record R { int x; }
-            global int R_x;
-        ''', 'exports named twice: R_x_get, R_x_set')
-
-    def test_markers_only_apply_where_they_mean_something(self):
-        self.assertFails('''
-            module m
-            package p
-            record R { int x; }
-            class C { void f(R* OUTPUT); }
-        ''', 'OUTPUT does not apply to "R"')
-
-    def test_a_typedef_must_name_a_scalar(self):
         self.assertFails('module m\npackage p\ntypedef T std::string;\n', 'typedef T: "std::string" is not a scalar')
+        self.assertFails('module m\npackage p\nrecord R { int x; }\nglobal int R_x;\n',
+                         'exports named twice: R_x_get, R_x_set')
 
 
 if __name__ == '__main__':

@@ -9,11 +9,13 @@ generator writes, into the build folder:
   java/orvane/qsf/wrapper/<package path>/<module>JNI.java
                                   the Java class with the matching `native` declarations
   <module>.exports                the sorted JNI names of the exports (the module's manifest)
+  <module>.stated, <module>.probe the names marked [[stated]], the table the hostile-argument probe calls
 
-The build compiles the Java class with `javac -h` and the C++ file against the header javac writes, so every
+The build compiles the Java classes with `javac -h` and the C++ file against the header javac writes, so every
 export's name and signature is exactly what Java resolves. The conventions the exports follow (value mapping,
 handles, argument checks and their exception texts, array conversion) live in the runtime,
-`wrapper/runtime/wrap_runtime.h`; this generator only decides which of them each export uses.
+`wrapper/runtime/wrap_runtime.h`; this generator only decides which of them each export uses: how each parameter
+and result type crosses is one row of the type map (TYPE_MAP below), looked up by the type's kind and shape.
 
 The description language is documented in docs/wrapper.md. Standard library only.
 """
@@ -35,10 +37,14 @@ class Scalar:
     jni: str          # the JNI type it crosses as
     java: str         # the Java type of that JNI type
     array: Optional[str]  # the element name of the SWIG_JavaArray functions, None when it has none
+    to_jni: str = 'static_cast<{jni}>({v})'  # a value {v} of the type as its JNI value
+
+    def load(self, value: str) -> str:
+        return self.to_jni.format(jni=self.jni, v=value)
 
 
 SCALARS: Dict[str, Scalar] = {
-    'bool': Scalar('bool', 'jboolean', 'boolean', 'Bool'),
+    'bool': Scalar('bool', 'jboolean', 'boolean', 'Bool', '{v} ? JNI_TRUE : JNI_FALSE'),
     'signed char': Scalar('signed char', 'jbyte', 'byte', 'Schar'),
     'unsigned char': Scalar('unsigned char', 'jshort', 'short', 'Uchar'),
     'short': Scalar('short', 'jshort', 'short', 'Short'),
@@ -466,6 +472,26 @@ class Kinds:
             base = self.m.typedefs[base]
         return SCALARS.get(base)
 
+    def element(self, base: str) -> Optional[Scalar]:
+        """How a scalar, a typedef of one or an enumeration crosses; an enumeration is a plain jint."""
+        s = self.scalar(base)
+        if s:
+            return s
+        e = self.enum(base)
+        return Scalar(e.cxx, 'jint', 'int', None) if e else None
+
+    def kind(self, base: str) -> str:
+        """The kind of a type name, as the type map's rows name it."""
+        if base in ('jobject', 'void', 'char'):
+            return base
+        if base == 'std::string':
+            return 'string'
+        if self.element(base):
+            return 'scalar'
+        if self.record(base) or base.startswith('std::'):
+            return 'record'
+        return 'unknown'
+
     def record(self, base: str) -> Optional[Record]:
         return self.records.get(base) or self.records.get(base.split('::')[-1])
 
@@ -496,7 +522,117 @@ class Kinds:
         return re.sub(r'\s+', '', base)
 
     def error(self, line: int, message: str) -> DescriptionError:
-        return DescriptionError(f'{self.path}:{line}: {message}')
+        return DescriptionError(f'{self.path}:{line}: module {self.m.name}: {message}')
+
+
+# ---- The type map -----------------------------------------------------------------------------------------
+#
+# How every parameter and result type crosses the Java boundary: one row per kind of type name and the shape it
+# is written in. A kind is what the module says the name is (Kinds.kind):
+#
+#   scalar   a scalar, a typedef of one or an enumeration (which crosses as a plain jint)
+#   char     char, as in `const char*`
+#   string   std::string
+#   record   a record or class of the module, or a standard library type standing for one
+#   jobject  a Java object passed through
+#   void     no value
+#   unknown  any other name: the platform's opaque types, which cross by pointer or reference only
+#
+# and a shape is how the type is written around the name: T, const T&, T&, T*, const T*, T* OUTPUT,
+# T& OUTPUT, T* INOUT, T& INOUT, T[] (Generator.shape). A type whose kind has no row for its shape falls back to
+# the `handle` rows when the shape is a pointer or reference: every other object crosses as a handle followed
+# by its Java owner. A type that matches no row is refused, naming the module, the line and the type.
+#
+# The texts are templates: {j} is the JNI argument, {a} the converted argument; {cx} the C++ spelling of the
+# type, {base} the type as written, {decl} as the null-reference messages quote it, {probe} its name in the
+# probe table; of a scalar, {scx} its C++ type, {jni} / {java} the JNI and Java types it crosses as, {jarray}
+# its JNI array type and {load} the `result` of that type as its JNI value.
+
+@dataclasses.dataclass(frozen=True)
+class ArgIn:
+    """A type as an argument: what Java passes, how it is checked and converted, what the call receives."""
+    jni: str
+    java: str
+    role: str                      # the argument's role in the probe table
+    before: Tuple[str, ...]        # statements before the call (the checks return at once after a throw)
+    call: str                      # the argument as the call receives it
+    after: Tuple[str, ...] = ()    # statements after the call (out-values written back)
+    handle: bool = False           # a handle, followed by its Java owner
+
+
+@dataclasses.dataclass(frozen=True)
+class ResultOut:
+    """A type as a result: what Java receives and how `result` is stored into `jresult`."""
+    jni: str
+    java: str
+    role: str                      # the result's role in the probe table
+    store: Tuple[str, ...]
+    bind: str = 'auto&&'           # how the call's result is bound
+
+
+@dataclasses.dataclass(frozen=True)
+class TypeRow:
+    kind: str
+    shape: str
+    arg: Optional[ArgIn]           # None: not an argument
+    result: Optional[ResultOut]    # None: not a result
+
+
+_CHECKED = 'if (!{a}) return jresult;'
+_STORE = ('{a}.store();',)
+SCALAR_IN = ArgIn('{jni}', '{java}', '{java}', (), 'static_cast<{cx}>({j})')
+SCALAR_OUT = ResultOut('{jni}', '{java}', '{java}', ('jresult = {load};',))
+STRING_IN = ArgIn('jstring', 'String', 'String', ('::jbrg::wrap::string_arg {a}(jenv, {j});', _CHECKED), '{a}.value()')
+STRING_OUT = ResultOut('jstring', 'String', 'String', ('jresult = ::jbrg::wrap::new_string(jenv, result);',))
+CSTR_BEFORE = ('::jbrg::wrap::cstr_arg {a}(jenv, {j});', 'if (!{a}.ok()) return jresult;')
+OUT_BEFORE = ('::jbrg::wrap::out_arg<{scx}, {jni}> {a}(jenv, {j});', _CHECKED)
+HOLDER_BEFORE = ('::jbrg::wrap::string_holder_arg {a}(jenv, {j});', _CHECKED)
+# A zero handle for a reference throws NullPointerException, the class is not called.
+HANDLE_REF_IN = ArgIn('jlong', 'long', 'handle:{probe}', (
+    'auto* {a} = ::jbrg::wrap::reference<{cx}>(jenv, {j}, "{decl} & reference is null");', _CHECKED), '*{a}',
+    handle=True)
+# A zero handle for a pointer is passed on as a null pointer: the classes take it as "none".
+HANDLE_PTR_IN = ArgIn('jlong', 'long', 'handle:{probe}', (), '::orvane::from_handle<{cx}>({j})', handle=True)
+HANDLE_PTR_OUT = ResultOut('jlong', 'long', 'ref:{probe}', ('jresult = ::orvane::to_handle(result);',))
+HANDLE_REF_OUT = ResultOut('jlong', 'long', 'ref:{probe}', ('jresult = ::orvane::to_handle(&result);',))
+
+TYPE_MAP: Tuple[TypeRow, ...] = (
+    TypeRow('jobject', 'T', ArgIn('jobject', 'Object', 'Object', (), '{j}'),
+            ResultOut('jobject', 'Object', 'Object', ('jresult = result;',))),
+    TypeRow('void', 'T', None, ResultOut('void', 'void', 'void', ())),
+    # Scalars by value or const reference: the value, narrowed or widened (an unsigned 32-bit value keeps the
+    # low 32 bits of the Java long).
+    TypeRow('scalar', 'T', SCALAR_IN, SCALAR_OUT),
+    TypeRow('scalar', 'const T&', SCALAR_IN, SCALAR_OUT),
+    # A scalar the callee may change is an object of its own, given by handle; returned, its value.
+    TypeRow('scalar', 'T&', HANDLE_REF_IN, SCALAR_OUT),
+    TypeRow('scalar', 'T* OUTPUT', ArgIn('{jarray}', '{java}[]', 'out', OUT_BEFORE, '{a}.pointer()', _STORE), None),
+    TypeRow('scalar', 'T& OUTPUT', ArgIn('{jarray}', '{java}[]', 'out', OUT_BEFORE, '{a}.value()', _STORE), None),
+    TypeRow('scalar', 'T[]', ArgIn('{jarray}', '{java}[]', 'array:0', (
+        '::jbrg::wrap::array_arg<{scx}, {jni}> {a}(jenv, {j});', _CHECKED), '{a}.get()', _STORE), None),
+    # Texts: a null const char* is a null pointer; a null std::string throws.
+    TypeRow('char', 'T*', ArgIn('jstring', 'String', 'String', CSTR_BEFORE, 'const_cast<char*>({a}.get())'),
+            STRING_OUT),
+    TypeRow('char', 'const T*', ArgIn('jstring', 'String', 'String', CSTR_BEFORE, '{a}.get()'), STRING_OUT),
+    TypeRow('string', 'T', STRING_IN, STRING_OUT),
+    TypeRow('string', 'const T&', STRING_IN, STRING_OUT),
+    TypeRow('string', 'T&', HANDLE_REF_IN, STRING_OUT),
+    TypeRow('string', 'T* INOUT', ArgIn('jobjectArray', 'String[]', 'String[]', HOLDER_BEFORE, '{a}.pointer()',
+                                        _STORE), None),
+    TypeRow('string', 'T& INOUT', ArgIn('jobjectArray', 'String[]', 'String[]', HOLDER_BEFORE, '{a}.value()',
+                                        _STORE), None),
+    # A record by value: the argument is copied from a handle; the result is a heap copy Java owns.
+    TypeRow('record', 'T', ArgIn('jlong', 'long', 'handle:{probe}', (
+        'auto* {a} = ::jbrg::wrap::reference<{cx}>(jenv, {j}, "Attempt to dereference null {base}");', _CHECKED),
+        '*{a}', handle=True),
+        ResultOut('jlong', 'long', 'new:{probe}', ('jresult = ::jbrg::wrap::adopt(new {cx}(result));',))),
+    # Everything else by pointer or reference.
+    TypeRow('handle', 'T&', HANDLE_REF_IN, dataclasses.replace(HANDLE_REF_OUT, bind='auto&')),
+    TypeRow('handle', 'const T&', HANDLE_REF_IN, HANDLE_REF_OUT),
+    TypeRow('handle', 'T*', HANDLE_PTR_IN, HANDLE_PTR_OUT),
+    TypeRow('handle', 'const T*', HANDLE_PTR_IN, HANDLE_PTR_OUT),
+)
+ROWS: Dict[Tuple[str, str], TypeRow] = {(row.kind, row.shape): row for row in TYPE_MAP}
 
 
 # ---- Writing the exports ----------------------------------------------------------------------------------
@@ -519,14 +655,24 @@ def jni_mangle(name: str) -> str:
     return ''.join(out)
 
 
-@dataclasses.dataclass
+@dataclasses.dataclass(frozen=True)
+class JParam:
+    jni: str
+    name: str                      # '' for the Java owner that follows a handle
+    java: str
+    role: str                      # the argument's role in the probe table (see Generator.probe)
+
+
+OWNER = JParam('jobject', '', 'Object', 'owner')
+
+
+@dataclasses.dataclass(frozen=True)
 class Export:
     name: str                      # e.g. cmt_time_getYear
     jni_result: str                # 'void', 'jint', ...
     java_result: str
-    params: List[tuple]            # (jni type, C name, Java type[, the argument's role in the probe table])
-    body: List[str]                # C++ statements
-    uses_env: bool = True
+    params: Tuple[JParam, ...]
+    body: Tuple[str, ...]          # C++ statements
     result_role: str = ''          # what the probe table says of the result (see Generator.probe)
 
 
@@ -543,121 +689,85 @@ class Generator:
     def symbol(self, export: str) -> str:
         return 'Java_' + jni_mangle(self.jclass()) + '_' + jni_mangle(export)
 
-    def add(self, e: Export):
-        self.exports.append(e)
+    def add(self, name: str, jni_result: str, java_result: str, params: List[JParam], body: List[str],
+            result_role: str = ''):
+        """Records one export, complete: nothing changes it once it is recorded."""
+        self.exports.append(Export(name, jni_result, java_result, tuple(params), tuple(body), result_role))
 
-    # -- argument conversion: returns (JNI params, statements before the call, call expression,
-    #    statements after the call)
-    def convert_param(self, p: Param, n: int, line: int, named: Optional[Dict[str, str]] = None):
+    # -- the type map
+    @staticmethod
+    def shape(t: Type, p: Optional[Param] = None) -> str:
+        """How a type is written around its name, as the type map's rows name it."""
+        if p is not None and p.array:
+            return 'T[]'
+        if t.pointer and t.reference:
+            return 'T*&'   # a pointer passed by reference: no row takes it, neither a value nor a handle
+        core = 'T*' if t.pointer else 'T&' if t.reference else 'T'
+        if p is not None and p.name in ('OUTPUT', 'INOUT'):
+            return f'{core} {p.name}'   # the marker decides, whatever the constness
+        return 'const ' + core if t.const and core != 'T' else core
+
+    def row(self, t: Type, shape: str, line: int, side: str) -> TypeRow:
+        """The row of the type map for a type in the given shape, as an argument or a result (side)."""
+        kind = self.k.kind(t.base)
+        row = ROWS.get((kind, shape))
+        if row is None and kind != 'jobject':
+            row = ROWS.get(('handle', shape))
+        if row is not None and getattr(row, side) is not None:
+            if shape != 'T[]' or self.k.element(t.base).array:
+                return row
+        if shape == 'T[]':
+            raise self.k.error(line, f'no Java array for elements of "{t.base}"')
+        if shape.endswith(('OUTPUT', 'INOUT')):
+            raise self.k.error(line, f'{shape.split()[-1]} does not apply to "{t.base}"')
+        if kind == 'unknown':
+            raise self.k.error(line, f'unknown type "{t.base}": declare it as a record, class, enum or typedef, '
+                                     'or pass it by pointer or reference')
+        raise self.k.error(line, f'"{t.base}" does not cross to Java as {shape} '
+                                 f'({"an argument" if side == "arg" else "a result"})')
+
+    def fill(self, text: str, t: Type, n: int = 0) -> str:
+        """A template of the type map filled in for type t (argument n)."""
+        k = self.k
+        values = dict(j=f'jarg{n}', a=f'arg{n}', cx=k.cxx(t.base), base=t.base, decl=t.declared(),
+                      probe=k.probe_name(t.base))
+        el = k.element(t.base)
+        if el:
+            values.update(scx=el.cxx, jni=el.jni, java=el.java, jarray=JAVA_ARRAY[el.jni], load=el.load('result'))
+        return text.format(**values)
+
+    def convert_param(self, p: Param, n: int, line: int, named: Dict[str, str]):
+        """(JNI params, statements before the call, the argument as the call receives it, statements after)."""
         t = p.type
-        k = self.k
-        j = f'jarg{n}'
-        a = f'arg{n}'
-        pre: List[str] = []
-        post: List[str] = []
-        marker = p.name if p.name in ('OUTPUT', 'INOUT') else ''
-        s = k.scalar(t.base)
-        e = k.enum(t.base)
-        r = k.record(t.base)
+        arg = self.row(t, self.shape(t, p), line, 'arg').arg
+        params = [JParam(self.fill(arg.jni, t), f'jarg{n}', self.fill(arg.java, t), self.fill(arg.role, t))]
+        if arg.handle:
+            params.append(OWNER)
+        before = [self.fill(s, t, n) for s in arg.before]
+        if p.bound:
+            if p.bound not in named:
+                raise self.k.error(line, f'the size "{p.bound}" of "{p.name}[]" is not an earlier parameter')
+            before.append(f'if (!arg{n}.covers({named[p.bound]})) return jresult;')
+        return params, before, self.fill(arg.call, t, n), [self.fill(s, t, n) for s in arg.after]
 
-        if t.base == 'jobject':
-            return [('jobject', j, 'Object')], pre, j, post
-        if p.array:
-            if not s or not s.array:
-                raise k.error(line, f'no Java array for elements of "{t.base}"')
-            jt = JAVA_ARRAY[s.jni]
-            pre.append(f'::jbrg::wrap::array_arg<{s.cxx}, {s.jni}> {a}(jenv, {j});')
-            pre.append(f'if (!{a}) return jresult;')
-            if p.bound:
-                if not named or p.bound not in named:
-                    raise k.error(line, f'the size "{p.bound}" of "{p.name}[]" is not an earlier parameter')
-                pre.append(f'if (!{a}.covers({named[p.bound]})) return jresult;')
-            post.append(f'{a}.store();')
-            return [(jt, j, s.java + '[]', 'array:0')], pre, f'{a}.get()', post
-        if marker == 'OUTPUT' and (s or e) and (t.pointer or t.reference):
-            sc = s or SCALARS['int']
-            cx = sc.cxx if s else k.cxx(t.base)
-            jt = JAVA_ARRAY[sc.jni]
-            pre.append(f'::jbrg::wrap::out_arg<{cx}, {sc.jni}> {a}(jenv, {j});')
-            pre.append(f'if (!{a}) return jresult;')
-            post.append(f'{a}.store();')
-            call = f'{a}.pointer()' if t.pointer else f'{a}.value()'
-            return [(jt, j, sc.java + '[]', 'out')], pre, call, post
-        if marker == 'INOUT' and t.base == 'std::string' and (t.pointer or t.reference):
-            pre.append(f'::jbrg::wrap::string_holder_arg {a}(jenv, {j});')
-            pre.append(f'if (!{a}) return jresult;')
-            post.append(f'{a}.store();')
-            call = f'{a}.pointer()' if t.pointer else f'{a}.value()'
-            return [('jobjectArray', j, 'String[]')], pre, call, post
-        if marker:
-            raise k.error(line, f'{marker} does not apply to "{t.base}"')
-        if t.base == 'char' and t.pointer:
-            pre.append(f'::jbrg::wrap::cstr_arg {a}(jenv, {j});')
-            pre.append(f'if (!{a}.ok()) return jresult;')
-            cast = '' if t.const else 'const_cast<char*>'
-            return [('jstring', j, 'String')], pre, f'{cast}({a}.get())' if cast else f'{a}.get()', post
-        if t.base == 'std::string' and not t.pointer and (not t.reference or t.const):
-            pre.append(f'::jbrg::wrap::string_arg {a}(jenv, {j});')
-            pre.append(f'if (!{a}) return jresult;')
-            return [('jstring', j, 'String')], pre, f'{a}.value()', post
-        if (s or e) and not t.pointer and not t.reference or (s or e) and t.reference and t.const:
-            if s:
-                return [(s.jni, j, s.java)], pre, f'static_cast<{k.cxx(t.base)}>({j})', post
-            return [('jint', j, 'int')], pre, f'static_cast<{e.cxx}>({j})', post
-        # Everything else crosses as a handle, followed by its Java owner.
-        cx = k.cxx(t.base)
-        params = [('jlong', j, 'long', 'handle:' + k.probe_name(t.base)), ('jobject', '', 'Object')]
-        if t.reference:
-            msg = f'{t.declared()} & reference is null'
-            pre.append(f'auto* {a} = ::jbrg::wrap::reference<{cx}>(jenv, {j}, "{msg}");')
-            pre.append(f'if (!{a}) return jresult;')
-            return params, pre, f'*{a}', post
-        if t.pointer:
-            return params, pre, f'::orvane::from_handle<{cx}>({j})', post
-        if r or t.base.startswith('std::'):
-            pre.append(f'auto* {a} = ::jbrg::wrap::reference<{cx}>(jenv, {j}, '
-                       f'"Attempt to dereference null {t.base}");')
-            pre.append(f'if (!{a}) return jresult;')
-            return params, pre, f'*{a}', post
-        raise k.error(line, f'unknown type "{t.base}"')
-
-    def convert_result(self, t: Optional[Type], line: int):
-        """(JNI result type, Java type, statements storing `result` into `jresult`)."""
-        k = self.k
-        if t is None or (t.base == 'void' and not t.pointer):
-            return 'void', 'void', []
-        if t.base == 'jobject':
-            return 'jobject', 'Object', ['jresult = result;']
-        s = k.scalar(t.base)
-        e = k.enum(t.base)
-        if t.base == 'char' and t.pointer:
-            return 'jstring', 'String', ['jresult = ::jbrg::wrap::new_string(jenv, result);']
-        if t.base == 'std::string' and not t.pointer:
-            return 'jstring', 'String', ['jresult = ::jbrg::wrap::new_string(jenv, result);']
-        if s and not t.pointer:
-            if s.jni == 'jboolean':
-                return 'jboolean', 'boolean', ['jresult = result ? JNI_TRUE : JNI_FALSE;']
-            return s.jni, s.java, [f'jresult = static_cast<{s.jni}>(result);']
-        if e and not t.pointer:
-            return 'jint', 'int', ['jresult = static_cast<jint>(result);']
-        cx = k.cxx(t.base)
-        if t.pointer:
-            return 'jlong', 'long', ['jresult = ::orvane::to_handle(result);']
-        if t.reference:
-            return 'jlong', 'long', ['jresult = ::orvane::to_handle(&result);']
-        # A record returned by value: a heap copy that Java deletes with delete_<RECORD>.
-        return 'jlong', 'long', [f'jresult = ::jbrg::wrap::adopt(new {cx}(result));']
+    def convert_result(self, t: Optional[Type], line: int) -> ResultOut:
+        """The result row of t, filled in."""
+        if t is None:
+            t = Type('void')
+        out = self.row(t, self.shape(t), line, 'result').result
+        return ResultOut(self.fill(out.jni, t), self.fill(out.java, t), self.fill(out.role, t),
+                         tuple(self.fill(s, t) for s in out.store), out.bind)
 
     def call_export(self, name: str, params: List[Param], result: Optional[Type], line: int,
                     self_type: Optional[str], call: str, constructor: Optional[str] = None,
                     extension: str = ''):
-        jparams: List[Tuple[str, str, str]] = []
+        jparams: List[JParam] = []
         body: List[str] = []
         post: List[str] = []
         args: List[str] = []
         n = 1
         if self_type:
-            jparams += [('jlong', 'jarg1', 'long', 'self:' + self.k.probe_name(self_type)), ('jobject', '', 'Object')]
+            jparams += [JParam('jlong', 'jarg1', 'long', 'self:' + self.k.probe_name(self_type)), OWNER]
             body.append(f'auto* self = ::orvane::from_handle<{self_type}>(jarg1);')
             body.append('if (self == nullptr) return jresult;')
             n = 2
@@ -672,48 +782,28 @@ class Generator:
             args.append(expr)
             n += 1
         if constructor:
-            jres, jjava, store = 'jlong', 'long', ['jresult = ::jbrg::wrap::adopt(result);']
+            out = ResultOut('jlong', 'long', 'new:' + self.k.probe_name(constructor),
+                            ('jresult = ::jbrg::wrap::adopt(result);',))
             if extension:  # a factory standing for the constructor: `T(args) = f;`
                 body.append(f'{constructor}* result = {extension}({", ".join(args)});')
             else:
                 body.append(f'{constructor}* result = new {constructor}({", ".join(args)});')
         else:
-            jres, jjava, store = self.convert_result(result, line)
+            out = self.convert_result(result, line)
             target = f'self->{call}' if self_type else call
             if extension:
                 invocation = f'{extension}({", ".join(["*self"] + args)})'
             else:
                 invocation = f'{target}({", ".join(args)})'
-            if jres == 'void':
-                body.append(f'{invocation};')
-            elif result is not None and result.reference and not result.const and jres == 'jlong':
-                body.append(f'auto& result = {invocation};')
-            else:
-                body.append(f'auto&& result = {invocation};')
-        body += post
-        body += store
-        self.add(Export(name, jres, jjava, jparams, body, result_role=self.result_role(result, jjava, constructor)))
-
-    def result_role(self, result: Optional[Type], java: str, constructor: Optional[str] = None) -> str:
-        """What the probe table says of a result: `new:T` for an object Java then owns, `ref:T` for one it
-        does not, else the Java type."""
-        k = self.k
-        if constructor:
-            return 'new:' + k.probe_name(constructor)
-        if result is None or java != 'long' or (not result.pointer and not result.reference and
-                                                (k.scalar(result.base) or k.enum(result.base))):
-            return java
-        owned = not result.pointer and not result.reference
-        return ('new:' if owned else 'ref:') + k.probe_name(result.base)
+            body.append(f'{invocation};' if out.jni == 'void' else f'{out.bind} result = {invocation};')
+        self.add(name, out.jni, out.java, jparams, body + post + list(out.store), out.role)
 
     # -- the families
     def record_exports(self, r: Record):
-        k = self.k
         if r.constructible and not any(f.result is None for f in r.functions):
             if not r.is_class:
-                self.add(Export(f'new_{r.name}', 'jlong', 'long', [],
-                                [f'jresult = ::jbrg::wrap::adopt(new {r.cxx}());'], uses_env=False,
-                                result_role='new:' + r.name))
+                self.add(f'new_{r.name}', 'jlong', 'long', [], [f'jresult = ::jbrg::wrap::adopt(new {r.cxx}());'],
+                         'new:' + r.name)
         # Fields.
         for f in r.fields:
             self.field_exports(f'{r.name}_{f.name}', f, f'self->{f.name}', r.cxx)
@@ -740,82 +830,68 @@ class Generator:
         for f in r.statics:
             self.field_exports(f'{r.name}_{f.name}', f, f'{r.cxx}::{f.name}', None)
         if r.deletable:
-            self.add(Export(f'delete_{r.name}', 'void', 'void', [('jlong', 'jarg1', 'long', 'dispose:' + r.name)],
-                            [f'::jbrg::wrap::dispose<{r.cxx}>(jarg1);'], uses_env=False))
+            self.add(f'delete_{r.name}', 'void', 'void', [JParam('jlong', 'jarg1', 'long', 'dispose:' + r.name)],
+                     [f'::jbrg::wrap::dispose<{r.cxx}>(jarg1);'])
 
     def field_exports(self, prefix: str, f: Field, lvalue: str, owner: Optional[str]):
         """`<prefix>_set` and `<prefix>_get` of a record field, static member or global."""
         k = self.k
         t = f.type
-        s = k.scalar(t.base)
-        e = k.enum(t.base)
+        el = k.element(t.base)
         r = k.record(t.base)
-        own: List[Tuple[str, str, str]] = []
+        own: List[JParam] = []
         guard: List[str] = []
         if owner:
-            own = [('jlong', 'jarg1', 'long', 'self:' + k.probe_name(owner)), ('jobject', '', 'Object')]
+            own = [JParam('jlong', 'jarg1', 'long', 'self:' + k.probe_name(owner)), OWNER]
             # A zero owner handle reaches no record: the setter does nothing, the getter answers zero.
             guard = [f'auto* self = ::orvane::from_handle<{owner}>(jarg1);', 'if (self == nullptr) return jresult;']
         v = 'jarg2' if owner else 'jarg1'
 
-        def both(set_param, set_body, get_result, get_java, get_body, set_uses_env=True):
-            self.add(Export(f'{prefix}_set', 'void', 'void', own + [set_param], guard + set_body,
-                            uses_env=set_uses_env))
-            self.add(Export(f'{prefix}_get', get_result, get_java, list(own), guard + get_body))
+        def both(value: List[JParam], set_body: List[str], get_jni: str, get_java: str, get_body: List[str]):
+            self.add(f'{prefix}_set', 'void', 'void', own + value, guard + set_body)
+            self.add(f'{prefix}_get', get_jni, get_java, own, guard + get_body)
 
         if f.count is not None:
             if t.base == 'char' and not t.pointer:
-                both(('jstring', v, 'String', f'text:{f.count}'),
+                both([JParam('jstring', v, 'String', f'text:{f.count}')],
                      [f'::jbrg::wrap::set_text(jenv, {lvalue}, {f.count}, {v});'],
                      'jstring', 'String', [f'jresult = ::jbrg::wrap::get_text(jenv, {lvalue}, {f.count});'])
                 return
-            if s and s.array and self.m.java_arrays:
-                jt = JAVA_ARRAY[s.jni]
-                both((jt, v, s.java + '[]', f'array:{f.count}'),
-                     [f'::jbrg::wrap::set_array_field<{s.cxx}, {s.jni}>(jenv, {lvalue}, {f.count}, {v});'],
-                     jt, s.java + '[]',
-                     [f'jresult = SWIG_JavaArrayOut{s.array}(jenv, {lvalue}, {f.count});'])
+            if el and el.array and self.m.java_arrays:
+                jt = JAVA_ARRAY[el.jni]
+                both([JParam(jt, v, el.java + '[]', f'array:{f.count}')],
+                     [f'::jbrg::wrap::set_array_field<{el.cxx}, {el.jni}>(jenv, {lvalue}, {f.count}, {v});'],
+                     jt, el.java + '[]',
+                     [f'jresult = SWIG_JavaArrayOut{el.array}(jenv, {lvalue}, {f.count});'])
                 return
-            if s or e or r:
-                cx = k.cxx(t.base)
-                # Arrays of modules without Java arrays cross as the address of their first element.
-                both(('jlong', v, 'long', f'source:{k.probe_name(t.base)}:{f.count}'),
-                     [f'::jbrg::wrap::copy_elements<{cx}>(jenv, {lvalue}, {f.count}, {v});'],
+            if el or r:
+                # Arrays of modules without Java arrays cross as the address of their first element. The source
+                # of an array of records is a record handle, followed by its owner as every record handle is; a
+                # primitive array's bare address has none.
+                source = [JParam('jlong', v, 'long', f'source:{k.probe_name(t.base)}:{f.count}')]
+                both(source + [OWNER] if r else source,
+                     [f'::jbrg::wrap::copy_elements<{k.cxx(t.base)}>(jenv, {lvalue}, {f.count}, {v});'],
                      'jlong', 'long', [f'jresult = ::orvane::to_handle(&{lvalue}[0]);'])
-                if r:
-                    # The source of an array of records is a record handle, followed by its owner as every
-                    # record handle is; a primitive array's bare address has none.
-                    self.exports[-2].params.append(('jobject', '', 'Object'))
                 return
             raise k.error(f.line, f'no array field of "{t.base}"')
         if t.base == 'std::string' and not t.pointer:
-            both(('jstring', v, 'String'),
+            both([JParam('jstring', v, 'String', 'String')],
                  [f'::jbrg::wrap::string_arg value(jenv, {v});', 'if (!value) return jresult;',
                   f'{lvalue} = value.value();'],
                  'jstring', 'String', [f'jresult = ::jbrg::wrap::new_string(jenv, {lvalue});'])
             return
         if t.base == 'char' and t.pointer:
             raise k.error(f.line, 'a char* field has no owner for its text; use char name[N]')
-        if (s or e) and not t.pointer:
-            if s:
-                store = f'{lvalue} = static_cast<{k.cxx(t.base)}>({v});'
-                jres, jjava = s.jni, s.java
-                load = (f'jresult = {lvalue} ? JNI_TRUE : JNI_FALSE;' if s.jni == 'jboolean'
-                        else f'jresult = static_cast<{s.jni}>({lvalue});')
-            else:
-                store = f'{lvalue} = static_cast<{e.cxx}>({v});'
-                jres, jjava = 'jint', 'int'
-                load = f'jresult = static_cast<jint>({lvalue});'
-            both((jres, v, jjava), [store], jres, jjava, [load], set_uses_env=False)
+        if el and not t.pointer:
+            both([JParam(el.jni, v, el.java, el.java)], [f'{lvalue} = static_cast<{k.cxx(t.base)}>({v});'],
+                 el.jni, el.java, [f'jresult = {el.load(lvalue)};'])
             return
         if r and not t.pointer:
-            cx = r.cxx
-            both(('jlong', v, 'long', 'handle:' + k.probe_name(t.base)),
-                 [f'auto* value = ::jbrg::wrap::reference<{cx}>(jenv, {v}, "Attempt to dereference null {t.base}");',
+            # The setter's value is a handle too, followed by its owner; the record is copied.
+            both([JParam('jlong', v, 'long', 'handle:' + k.probe_name(t.base)), OWNER],
+                 [f'auto* value = ::jbrg::wrap::reference<{r.cxx}>(jenv, {v}, "Attempt to dereference null {t.base}");',
                   'if (!value) return jresult;', f'{lvalue} = *value;'],
                  'jlong', 'long', [f'jresult = ::orvane::to_handle(&{lvalue});'])
-            # The setter's second argument is a handle too, followed by its owner.
-            self.exports[-2].params.append(('jobject', '', 'Object'))
             return
         raise k.error(f.line, f'no field of type "{t.base}"')
 
@@ -826,14 +902,11 @@ class Generator:
             elif kind == 'enum':
                 e = next(x for x in self.m.enums if x.name == name)
                 for export, expr in e.constants:
-                    self.add(Export(f'{export}_get', 'jint', 'int', [],
-                                    [f'jresult = static_cast<jint>({expr});'], uses_env=False))
+                    self.add(f'{export}_get', 'jint', 'int', [], [f'jresult = static_cast<jint>({expr});'])
             elif kind == 'constant':
                 t, export, expr = next(c for c in self.m.constants if c[1] == name)
-                jres, jjava, store = self.convert_result(t, 0)
-                self.add(Export(f'{export}_get', jres, jjava, [],
-                                [f'auto&& result = {expr};'] + store,
-                                uses_env=jres == 'jstring'))
+                out = self.convert_result(t, 0)
+                self.add(f'{export}_get', out.jni, out.java, [], [f'auto&& result = {expr};', *out.store], out.role)
             elif kind == 'global':
                 g = next(x for x in self.m.globals if x.name == name)
                 self.field_exports(g.name, g, g.name, None)
@@ -854,7 +927,7 @@ class Generator:
             out.append(f'#include "{inc}"')
         out += ['#include "wrapper/runtime/wrap_runtime.h"', f'#include "{header}"', '', 'extern "C" {', '']
         for e in self.exports:
-            params = ['JNIEnv* jenv', 'jclass'] + [f'{p[0]} {p[1]}'.rstrip() for p in e.params]
+            params = ['JNIEnv* jenv', 'jclass'] + [f'{p.jni} {p.name}'.rstrip() for p in e.params]
             out.append(f'JNIEXPORT {e.jni_result} JNICALL {self.symbol(e.name)}({", ".join(params)}) {{')
             void = e.jni_result == 'void'
             if not void:
@@ -883,9 +956,8 @@ class Generator:
         for e in self.exports:
             args = []
             for i, p in enumerate(e.params):
-                n, jt = p[1], p[2]
-                pname = n if n else (e.params[i - 1][1] + '_')
-                args.append(f'{jt} {pname}')
+                # The owner after a handle is named after it.
+                args.append(f'{p.java} {p.name or e.params[i - 1].name + "_"}')
             out.append(f'  public final static native {e.java_result} {e.name}({", ".join(args)});')
         out += ['}', '']
         return '\n'.join(out)
@@ -916,15 +988,7 @@ class Generator:
         array, N elements exactly for a field, 0 when any length goes) and `out` (a one-element out-array)."""
         out = [f'# {self.m.name} {self.jclass()}']
         for e in self.exports:
-            roles = []
-            for p in e.params:
-                if len(p) > 3:
-                    roles.append(p[3])
-                elif p[2] == 'Object':
-                    roles.append('owner' if not p[1] else 'Object')
-                else:
-                    roles.append(p[2])
-            out.append(' '.join([e.name, e.result_role or e.java_result] + roles))
+            out.append(' '.join([e.name, e.result_role or e.java_result] + [p.role for p in e.params]))
         return '\n'.join(out) + '\n'
 
 
