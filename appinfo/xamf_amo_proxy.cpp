@@ -80,12 +80,13 @@ xam_ads_facade& facade() { return *xam_ads_facade::xam_ads_get_instance(); }
 }  // namespace
 
 xamf_amo_proxy::~xamf_amo_proxy() {
-    // The cached class references belong to the process; the singleton outlives them only at shutdown.
+    // The two class references are the class's, not the instance's: deleted and forgotten, so that a proxy Java
+    // makes and deletes leaves the next one (and the singleton) to look the classes up again rather than use a
+    // deleted reference.
     JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return;
-    for (jni::class_id* c : {&jcls_list, &jcls_app_info_}) {
-        if (c->get() != nullptr) env->DeleteGlobalRef(c->get());
-    }
+    jcls_list.release(env);
+    jcls_app_info_.release(env);
 }
 
 xamf_amo_proxy* xamf_amo_proxy::xamf_amo_get_instance() {

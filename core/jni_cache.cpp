@@ -47,6 +47,11 @@ bool store(JNIEnv* env, const trace_site& site, field_id& field, jobject object,
 
 }  // namespace
 
+void class_id::release(JNIEnv* env) {
+    jclass held = cls_.exchange(nullptr, std::memory_order_acq_rel);
+    if (held != nullptr && env != nullptr) env->DeleteGlobalRef(held);
+}
+
 bool class_id::ensure(const trace_site& site) {
     if (get() != nullptr) return true;
     JNIEnv* env = CJvm::GetJNIEnv();
@@ -58,8 +63,10 @@ bool class_id::ensure(const trace_site& site) {
 }
 
 bool method_id::ensure(const trace_site& site) {
-    if (get() != nullptr) return true;
+    // The class first, as for fields: a class reference released since (a destructor's) is looked up again, so
+    // that a known method is never used with a deleted class.
     if (!owner_.ensure(site)) return false;
+    if (get() != nullptr) return true;
     JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return false;
     jmethodID id = env->GetMethodID(owner_.get(), name_, signature_);

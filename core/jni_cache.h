@@ -40,6 +40,8 @@ public:
     bool ensure(const trace_site& site);
     jclass get() const { return cls_.load(std::memory_order_acquire); }
     const char* path() const { return path_; }
+    // Deletes the global reference and forgets it, so that the next ensure() looks the class up again.
+    void release(JNIEnv* env);
 
 private:
     const char* path_;

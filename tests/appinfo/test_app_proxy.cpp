@@ -134,6 +134,23 @@ TEST_F(app_proxy, the_application_list_arrives_as_app_info_objects) {
                             HasSubstr("[Exit]")));
 }
 
+// The class references are the class's: a proxy Java makes and deletes deletes them and forgets them, and the
+// singleton's next list looks them up again instead of using a deleted reference (which ends the VM).
+TEST_F(app_proxy, a_proxy_java_deletes_leaves_the_singleton_a_working_list) {
+    JNIEnv* e = jbrg_test::env();
+    jobject warm = new_list();
+    ASSERT_EQ(0, list_apps(warm, 0));
+    jmethodID make = e->GetStaticMethodID(module_, "new_xamf_amo_proxy", "()J");
+    jmethodID drop = e->GetStaticMethodID(module_, "delete_xamf_amo_proxy", "(J)V");
+    jlong made = e->CallStaticLongMethod(module_, make);
+    ASSERT_EQ("", take_exception());
+    e->CallStaticVoidMethod(module_, drop, made);
+    ASSERT_EQ("", take_exception());
+    jobject list = new_list();
+    EXPECT_EQ(0, list_apps(list, 0));
+    EXPECT_EQ(4U, app_infos(list).size());
+}
+
 TEST_F(app_proxy, an_empty_device_still_asks_for_the_list_and_adds_nothing) {
     jbrg_sim::force_out("xam_ads_get_app_num_info", "num", "0");
     jobject list = new_list();
