@@ -47,9 +47,12 @@ public:
     job_service() : layout_(parse(nlohmann::json::object())) {}
 
     // Under the device lock, as every member below.
-    void load(const nlohmann::json& scenario) override {
-        layout next = parse(scenario);
-        layout_ = std::move(next);
+    apply_step read(const nlohmann::json& scenario) override {
+        return [this, next = parse(scenario)] { apply(next); };
+    }
+
+    void apply(const layout& next) {
+        layout_ = next;
         jobinfos.clear();
         services.clear();
         user_jobs.clear();
