@@ -155,6 +155,24 @@ private:
 // The job service of the device.
 job_service& jobs();
 
+// One operation on a job information set: logged, forced and under the device lock as a locked_op, with the
+// set its handler id names looked up. When its result was not forced, an unknown handler id ends it with
+// XSI_AIS_JOB_PARAM_ERROR before anything else.
+class set_op : public locked_op {
+public:
+    template <class... A>
+    set_op(const char* name, unsigned int handler_id, const A&... more)
+        : locked_op(name, handler_id, more...), set_(forced() ? nullptr : jobs().find(handler_id)) {}
+
+    // True when the operation ends here with answer(): its result was forced or its set is unknown.
+    bool ends() const { return set_ == nullptr; }
+    PLAT_RESULT answer() const { return forced() ? result() : XSI_AIS_JOB_PARAM_ERROR; }
+    jobinfo* set() const { return set_; }
+
+private:
+    jobinfo* set_;
+};
+
 // Lets the user job run on the service's IPC thread (job_run.cpp). Under the device lock.
 void post_run(unsigned int user_job_id);
 
