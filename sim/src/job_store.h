@@ -23,7 +23,7 @@
 //     still written, as a device that fails after handing out an id does.
 #include <algorithm>
 //
-// The service's parts: job_records.h (what it knows, what it keeps), job_scenario.* (its scenario section),
+// The service's parts: job_records.h (what it knows, what it keeps), job_section.* (its scenario section),
 // job_store.* (the store and its ids), job_facade.cpp (the facade's operations), job_run.cpp (observers,
 // jobs running on the service's thread and their events).
 #ifndef JBRG_SIM_JOB_STORE_H
@@ -33,7 +33,7 @@
 #include <map>
 
 #include "job_records.h"
-#include "job_scenario.h"
+#include "job_section.h"
 #include "sim.h"
 
 namespace jbrg_sim::jobsvc {
