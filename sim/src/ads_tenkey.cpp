@@ -14,7 +14,9 @@ namespace {
 
 class tenkey_settings final : public jbrg_sim::service {
 public:
-    void load(const nlohmann::json&) override { settings.clear(); }
+    apply_step read(const nlohmann::json&) override {
+        return [this] { settings.clear(); };
+    }
 
     std::map<std::string, XAM_ADS_SOFTWARE_TENKEY_SETTING> settings;
 };

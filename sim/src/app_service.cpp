@@ -131,7 +131,7 @@ installed_app parse_app(const scenario_part& part, const json& a) {
 class app_service final : public jbrg_sim::service, public jbrg_sim::registrations {
 public:
     // Under the device lock (as every member below).
-    void load(const json& scenario) override {
+    apply_step read(const json& scenario) override {
         const scenario_part part(scenario, "apps", {"installed", "basis_state"});
         std::vector<installed_app> next;
         for (const json& a : part.list_at("installed")) {
@@ -142,10 +142,12 @@ public:
             next.push_back(std::move(app));
         }
         const int32_t basis = number_of(part, part.section(), "basis_state", -1, "");
-        apps = std::move(next);
-        basis_state = basis;
-        results.clear();
-        // Registrations belong to the running process, not to the device's content: a load keeps them.
+        return [this, next, basis] {
+            apps = next;
+            basis_state = basis;
+            results.clear();
+            // Registrations belong to the running process, not to the device's content: a load keeps them.
+        };
     }
 
     // A reset powers the device on again: no observer is registered and registration ids start again.

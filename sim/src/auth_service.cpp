@@ -58,7 +58,7 @@ struct login {
 
 class auth_service final : public jbrg_sim::service {
 public:
-    void load(const json& scenario) override {
+    apply_step read(const json& scenario) override {
         const jbrg_sim::scenario_part part(
             scenario, "auth",
             {"mode", "func_auth_mode", "login_limit", "first_certificate", "panel_user", "domain_users"});
@@ -82,14 +82,16 @@ public:
             domain_users.push_back(std::move(user));
         }
 
-        mode_ = static_cast<XSI_AIS_AUTH_AUTHMODE>(mode);
-        func_mode_ = static_cast<XSI_AIS_MODE_10_VAL>(func_mode);
-        login_limit_ = static_cast<std::size_t>(limit);
-        next_certificate_ = static_cast<dev_ulong>(first);
-        panel_user_ = std::move(panel);
-        domain_users_ = std::move(domain_users);
-        logins.clear();
-        order_ = 0;
+        return [this, mode, func_mode, limit, first, panel, domain_users] {
+            mode_ = static_cast<XSI_AIS_AUTH_AUTHMODE>(mode);
+            func_mode_ = static_cast<XSI_AIS_MODE_10_VAL>(func_mode);
+            login_limit_ = static_cast<std::size_t>(limit);
+            next_certificate_ = static_cast<dev_ulong>(first);
+            panel_user_ = panel;
+            domain_users_ = domain_users;
+            logins.clear();
+            order_ = 0;
+        };
     }
 
     // The account a login names: the store's for the empty domain, else a domain user's.

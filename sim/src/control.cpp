@@ -62,7 +62,9 @@ void apply_scenario(const std::string& text) {
     nlohmann::json scenario = text.empty() ? nlohmann::json::object() : nlohmann::json::parse(text);
     if (!scenario.is_object()) throw std::runtime_error("a scenario is a JSON object");
     auto lock = device_lock();
-    for (service* s : services()) s->load(scenario);
+    std::vector<service::apply_step> steps;
+    for (service* s : services()) steps.push_back(s->read(scenario));
+    for (service::apply_step& step : steps) step();
 }
 
 }  // namespace

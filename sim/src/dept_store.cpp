@@ -109,7 +109,9 @@ contents parse(const json& scenario) {
 
 class dept_service final : public jbrg_sim::service {
 public:
-    void load(const json& scenario) override { state = parse(scenario); }
+    apply_step read(const json& scenario) override {
+        return [this, next = parse(scenario)] { state = next; };
+    }
 
     contents state;
 };

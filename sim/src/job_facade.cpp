@@ -65,10 +65,10 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_value(unsigned int handler_id, X
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_set_value(unsigned int handler_id, XSI_AIS_PHB_SETTING_ID setting_id,
                                                       unsigned int value_1, unsigned int value_2,
                                                       unsigned int value_3) {
-    jbrg_sim::locked_op call("xsi_ais_job_set_value", handler_id, setting_id, value_1, value_2, value_3);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr || !known_phb_setting(setting_id)) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_set_value", handler_id, setting_id, value_1, value_2, value_3);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
+    if (!known_phb_setting(setting_id)) return XSI_AIS_JOB_PARAM_ERROR;
     j->now.threes[setting_id] = values3{value_1, value_2, value_3};
     return XSI_AIS_JOB_OK;
 }
@@ -140,10 +140,9 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_default_jobinfo_val(XSI_AIS_JOB_
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_reset_jobinfo(unsigned int handler_id) {
-    jbrg_sim::locked_op call("xsi_ais_job_reset_jobinfo", handler_id);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_reset_jobinfo", handler_id);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
     // Back to the defaults a new set of its category starts from; destinations, the saved copy and what
     // was prepared go too.
     j->now = jobs().initial(j->category);
@@ -154,20 +153,18 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_reset_jobinfo(unsigned int handler_i
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_commit_jobinfo(unsigned int handler_id) {
-    jbrg_sim::locked_op call("xsi_ais_job_commit_jobinfo", handler_id);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_commit_jobinfo", handler_id);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
     // The changes since copy_jobinfo stand; the saved copy is dropped.
     j->copy.reset();
     return XSI_AIS_JOB_OK;
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_rollback_jobinfo(unsigned int handler_id) {
-    jbrg_sim::locked_op call("xsi_ais_job_rollback_jobinfo", handler_id);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_rollback_jobinfo", handler_id);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
     if (!j->copy) return XSI_AIS_JOB_RET_NOT_COPY_JOBINFO;
     j->now = std::move(*j->copy);
     j->copy.reset();
@@ -175,10 +172,9 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_rollback_jobinfo(unsigned int handle
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_copy_jobinfo(unsigned int handler_id) {
-    jbrg_sim::locked_op call("xsi_ais_job_copy_jobinfo", handler_id);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_copy_jobinfo", handler_id);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
     if (!j->copy) {
         std::size_t copies = static_cast<std::size_t>(std::count_if(
             jobs().jobinfos.begin(), jobs().jobinfos.end(), [](const auto& k) { return k.second.copy.has_value(); }));
@@ -245,10 +241,10 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_add_address(unsigned int handler_id,
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_update_address(unsigned int handler_id, unsigned int address_id,
                                                            const XSI_AIS_JOB_SEND_INFO& info) {
-    jbrg_sim::locked_op call("xsi_ais_job_update_address", handler_id, address_id, &info);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr || !known_address_type(info.address_type)) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_update_address", handler_id, address_id, &info);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
+    if (!known_address_type(info.address_type)) return XSI_AIS_JOB_PARAM_ERROR;
     auto a = j->now.addresses.find(address_id);
     if (a == j->now.addresses.end()) return XSI_AIS_JOB_PARAM_ERROR;
     a->second = info;
@@ -256,28 +252,26 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_update_address(unsigned int handler_
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_delete_address(unsigned int handler_id, unsigned int address_id) {
-    jbrg_sim::locked_op call("xsi_ais_job_delete_address", handler_id, address_id);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr || j->now.addresses.erase(address_id) == 0) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_delete_address", handler_id, address_id);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
+    if (j->now.addresses.erase(address_id) == 0) return XSI_AIS_JOB_PARAM_ERROR;
     return XSI_AIS_JOB_OK;
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_delete_all_address(unsigned int handler_id) {
-    jbrg_sim::locked_op call("xsi_ais_job_delete_all_address", handler_id);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_delete_all_address", handler_id);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
     j->now.addresses.clear();
     return XSI_AIS_JOB_OK;
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_address(unsigned int handler_id, unsigned int address_id,
                                                         XSI_AIS_JOB_SEND_INFO& info) {
-    jbrg_sim::locked_op call("xsi_ais_job_get_address", handler_id, address_id, &info);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_get_address", handler_id, address_id, &info);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
     auto a = j->now.addresses.find(address_id);
     if (a == j->now.addresses.end()) return XSI_AIS_JOB_PARAM_ERROR;
     info = a->second;
@@ -515,9 +509,8 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_disable_info(unsigned int handle
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_main_message(unsigned int handler_id, XSI_AIS_PHB_GET_MESSAGE& msg) {
-    jbrg_sim::locked_op call("xsi_ais_job_get_main_message", handler_id, &msg);
-    if (call.forced()) return call.result();
-    if (jobs().find(handler_id) == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_get_main_message", handler_id, &msg);
+    if (call.ends()) return call.answer();
     msg = jobs().scenario().message;
     return XSI_AIS_JOB_OK;
 }
@@ -526,10 +519,10 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_main_message(unsigned int handle
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_box_job_prepare(unsigned int handler_id,
                                                             XSI_AIS_BOX_JOB_INIT_SETTING& setting) {
-    jbrg_sim::locked_op call("xsi_ais_job_box_job_prepare", handler_id, &setting);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr || setting.box_job_type < XSI_AIS_BOX_JOB_PRINT || setting.box_job_type > XSI_AIS_BOX_JOB_STORE) {
+    set_op call("xsi_ais_job_box_job_prepare", handler_id, &setting);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
+    if (setting.box_job_type < XSI_AIS_BOX_JOB_PRINT || setting.box_job_type > XSI_AIS_BOX_JOB_STORE) {
         return XSI_AIS_JOB_PARAM_ERROR;
     }
     j->prepared = "box";
@@ -538,20 +531,20 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_box_job_prepare(unsigned int handler
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_direct_print_prepare(unsigned int handler_id, char* file_path,
                                                                  char* file_name) {
-    jbrg_sim::locked_op call("xsi_ais_job_direct_print_prepare", handler_id, file_path, file_name);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr || file_path == nullptr || file_name == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_direct_print_prepare", handler_id, file_path, file_name);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
+    if (file_path == nullptr || file_name == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     j->prepared = "direct_print";
     return XSI_AIS_JOB_OK;
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_direct_print_prepare(unsigned int handler_id,
                                                                  XSI_AIS_JOB_STREAM_WRITE_FILE file_format) {
-    jbrg_sim::locked_op call("xsi_ais_job_direct_print_prepare", handler_id, file_format);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr || file_format < XSI_AIS_JOB_STREAM_FILE_PDF || file_format > XSI_AIS_JOB_STREAM_FILE_XPS) {
+    set_op call("xsi_ais_job_direct_print_prepare", handler_id, file_format);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
+    if (file_format < XSI_AIS_JOB_STREAM_FILE_PDF || file_format > XSI_AIS_JOB_STREAM_FILE_XPS) {
         return XSI_AIS_JOB_PARAM_ERROR;
     }
     j->prepared = "stream";
@@ -585,19 +578,18 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_write_stream_data(unsigned int user_
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_retrieve_document_prepare(unsigned int handler_id, char* box_pass,
                                                                       dev_ulong box_id, dev_ulong doc_id,
                                                                       char* store_path) {
-    jbrg_sim::locked_op call("xsi_ais_job_retrieve_document_prepare", handler_id, box_pass, box_id, doc_id, store_path);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr || store_path == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_retrieve_document_prepare", handler_id, box_pass, box_id, doc_id, store_path);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
+    if (store_path == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
     j->prepared = "retrieve";
     return XSI_AIS_JOB_OK;
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_combine_document(unsigned int handler_id,
                                                              XSI_AIS_PHB_COMBINE_DOC_INFO& info) {
-    jbrg_sim::locked_op call("xsi_ais_job_combine_document", handler_id, &info);
-    if (call.forced()) return call.result();
-    if (jobs().find(handler_id) == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_combine_document", handler_id, &info);
+    if (call.ends()) return call.answer();
     return XSI_AIS_JOB_OK;
 }
 
@@ -631,10 +623,9 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_scan_data(unsigned int user_job_
 }
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_get_ocr_text_data(unsigned int handler_id, XSI_AIS_JOB_GET_OCR_DATA& data) {
-    jbrg_sim::locked_op call("xsi_ais_job_get_ocr_text_data", handler_id, &data);
-    if (call.forced()) return call.result();
-    jobinfo* j = jobs().find(handler_id);
-    if (j == nullptr) return XSI_AIS_JOB_PARAM_ERROR;
+    set_op call("xsi_ais_job_get_ocr_text_data", handler_id, &data);
+    if (call.ends()) return call.answer();
+    jobinfo* j = call.set();
     const std::vector<ocr_record>& records = jobs().scenario().ocr;
     if (j->ocr_next >= records.size()) return XSI_AIS_NO_HIT_JOB;
     data = records[j->ocr_next].data;

@@ -23,7 +23,7 @@
 //     still written, as a device that fails after handing out an id does.
 #include <algorithm>
 //
-// The service's parts: job_records.h (what it knows, what it keeps), job_scenario.* (its scenario section),
+// The service's parts: job_records.h (what it knows, what it keeps), job_section.* (its scenario section),
 // job_store.* (the store and its ids), job_facade.cpp (the facade's operations), job_run.cpp (observers,
 // jobs running on the service's thread and their events).
 #ifndef JBRG_SIM_JOB_STORE_H
@@ -33,7 +33,7 @@
 #include <map>
 
 #include "job_records.h"
-#include "job_scenario.h"
+#include "job_section.h"
 #include "sim.h"
 
 namespace jbrg_sim::jobsvc {
@@ -47,9 +47,12 @@ public:
     job_service() : layout_(parse(nlohmann::json::object())) {}
 
     // Under the device lock, as every member below.
-    void load(const nlohmann::json& scenario) override {
-        layout next = parse(scenario);
-        layout_ = std::move(next);
+    apply_step read(const nlohmann::json& scenario) override {
+        return [this, next = parse(scenario)] { apply(next); };
+    }
+
+    void apply(const layout& next) {
+        layout_ = next;
         jobinfos.clear();
         services.clear();
         user_jobs.clear();
@@ -151,6 +154,24 @@ private:
 
 // The job service of the device.
 job_service& jobs();
+
+// One operation on a job information set: logged, forced and under the device lock as a locked_op, with the
+// set its handler id names looked up. When its result was not forced, an unknown handler id ends it with
+// XSI_AIS_JOB_PARAM_ERROR before anything else.
+class set_op : public locked_op {
+public:
+    template <class... A>
+    set_op(const char* name, unsigned int handler_id, const A&... more)
+        : locked_op(name, handler_id, more...), set_(forced() ? nullptr : jobs().find(handler_id)) {}
+
+    // True when the operation ends here with answer(): its result was forced or its set is unknown.
+    bool ends() const { return set_ == nullptr; }
+    PLAT_RESULT answer() const { return forced() ? result() : XSI_AIS_JOB_PARAM_ERROR; }
+    jobinfo* set() const { return set_; }
+
+private:
+    jobinfo* set_;
+};
 
 // Lets the user job run on the service's IPC thread (job_run.cpp). Under the device lock.
 void post_run(unsigned int user_job_id);

@@ -217,11 +217,12 @@ struct open_list {
 class jobinfo_service final : public jbrg_sim::service {
 public:
     // Under the device lock (as every member below).
-    void load(const json& scenario) override {
-        history next = parse(scenario);
-        history_ = std::move(next);
-        send_list.reset();
-        receive_list.reset();
+    apply_step read(const json& scenario) override {
+        return [this, next = parse(scenario)] {
+            history_ = next;
+            send_list.reset();
+            receive_list.reset();
+        };
     }
 
     // The entry of `receipt_id` in log `type`, or the failure that answers the lookup.

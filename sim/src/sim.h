@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -92,10 +93,16 @@ private:
 // load hands every service the whole scenario and each reads its own section.
 class service {
 public:
+    // What makes a scenario's part the service's state; it cannot fail.
+    using apply_step = std::function<void()>;
+
     service();
     virtual ~service() = default;
-    // Called under the device lock with the scenario's JSON (an empty object for the empty device).
-    virtual void load(const nlohmann::json& scenario) = 0;
+    // Reads the service's part of the scenario's JSON (an empty object for the empty device), throwing
+    // std::runtime_error for a part that does not read, and gives back the step that applies it. A load reads
+    // every service's part before it applies any, so that a scenario that does not read changes nothing.
+    // Both run under the device lock.
+    virtual apply_step read(const nlohmann::json& scenario) = 0;
 };
 
 // ---- Observers registered with a service ------------------------------------------------------------------

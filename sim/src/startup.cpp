@@ -13,7 +13,9 @@ constexpr PLAT_RESULT kBadMode = PLAT_CODE(0xC1010001);
 
 class startup_service final : public jbrg_sim::service {
 public:
-    void load(const nlohmann::json&) override { pbfs_started = ais_started = false; }
+    apply_step read(const nlohmann::json&) override {
+        return [this] { pbfs_started = ais_started = false; };
+    }
 
     bool pbfs_started = false;
     bool ais_started = false;

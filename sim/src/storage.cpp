@@ -255,10 +255,13 @@ public:
     storage_service() : layout_(parse(json::object())) {}
 
     // Under the device lock (as every member below).
-    void load(const json& scenario) override {
-        layout next = parse(scenario);
+    apply_step read(const json& scenario) override {
+        return [this, next = parse(scenario)] { apply(next); };
+    }
+
+    void apply(const layout& next) {
         drop_handles();
-        layout_ = std::move(next);
+        layout_ = next;
         removed_disks.clear();
         attributes_.clear();
         for (const file_entry& f : layout_.files) {

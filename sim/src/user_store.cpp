@@ -53,7 +53,7 @@ struct listing {
 
 class user_store final : public jbrg_sim::service {
 public:
-    void load(const json& scenario) override {
+    apply_step read(const json& scenario) override {
         const jbrg_sim::scenario_part part(scenario, "users", {"local", "hidden", "hidden_limit"});
         std::vector<jbrg_sim::user_account> local = accounts(part, "local");
         std::vector<jbrg_sim::user_account> hidden = accounts(part, "hidden");
@@ -71,11 +71,13 @@ public:
         if (twice != names.end()) part.fail("the login name \"" + *twice + "\" is given twice");
         if (hidden.size() > static_cast<std::size_t>(limit)) part.fail("more hidden accounts than hidden_limit");
 
-        local_ = std::move(local);
-        hidden_ = std::move(hidden_by_name);
-        hidden_limit_ = static_cast<std::size_t>(limit);
-        listings.clear();
-        next_handle_ = 1;
+        return [this, local, hidden_by_name, limit] {
+            local_ = local;
+            hidden_ = hidden_by_name;
+            hidden_limit_ = static_cast<std::size_t>(limit);
+            listings.clear();
+            next_handle_ = 1;
+        };
     }
 
     const std::vector<jbrg_sim::user_account>& local() const { return local_; }

@@ -176,10 +176,19 @@ TEST_F(sim_control, the_os_wrapper_locks_exclude_each_other) {
     EXPECT_EQ("OSW_Mutex_Semaphore(1)", jbrg_sim::call_texts().front());
 }
 
-TEST_F(sim_control, a_scenario_must_be_a_json_object) {
+TEST_F(sim_control, a_scenario_that_does_not_read_changes_no_service) {
     EXPECT_THROW(jbrg_sim::load_scenario("[1, 2]"), std::runtime_error);
     EXPECT_ANY_THROW(jbrg_sim::load_scenario("{ not json"));
     EXPECT_THROW(jbrg_sim::load_scenario_file("/nonexistent/scenario.json"), std::runtime_error);
+
+    jbrg_sim::load_scenario(R"({"apps": {"installed": [{"id": "kept"}]}, "job": {"pages": 3}})");
+    // Every section but the last one read would do; the device still holds the scenario before.
+    for (const char* bad : {R"({"apps": {"installed": [{"id": "new"}]}, "users": {"local": [{"password": "p"}]}})",
+                            R"({"apps": {"installed": [{"id": "new"}]}, "panel": {"keypad": {"x": -1}}})"}) {
+        EXPECT_THROW(jbrg_sim::load_scenario(bad), std::runtime_error) << bad;
+        EXPECT_TRUE(jbrg_sim::apps::app("kept").has_value()) << bad;
+        EXPECT_FALSE(jbrg_sim::apps::app("new").has_value()) << bad;
+    }
     jbrg_sim::load_scenario("{}");
 }
 

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "job_scenario.h"
+#include "job_section.h"
 #include "scenario.h"
 
 namespace jbrg_sim::jobsvc {

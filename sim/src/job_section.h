@@ -16,8 +16,8 @@
 //     "pages":         1,                                          pages of every job kicked
 //     "user_name":     "alice"                                     the user name job states carry
 //   }
-#ifndef JBRG_SIM_JOB_SCENARIO_H
-#define JBRG_SIM_JOB_SCENARIO_H
+#ifndef JBRG_SIM_JOB_SECTION_H
+#define JBRG_SIM_JOB_SECTION_H
 
 #include <cstddef>
 #include <map>
@@ -52,4 +52,4 @@ layout parse(const nlohmann::json& scenario);
 
 }  // namespace jbrg_sim::jobsvc
 
-#endif  // JBRG_SIM_JOB_SCENARIO_H
+#endif  // JBRG_SIM_JOB_SECTION_H
