@@ -9,9 +9,7 @@
 #include <vector>
 
 #include "tests/harness/bridge_test.h"
-#include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
-#include "xam_ads.h"
 
 namespace jbrg_test {
 
@@ -67,19 +65,6 @@ class without_identifiers : public Observer {
 public:
     without_identifiers() { this->jvm_ = vm(); }
 };
-
-// An event manager leaves its application operation observer registered for the life of the process, by
-// design; a test that counts what the application service's observers hear unregisters those of earlier
-// tests first. Registrations are numbered in order: a probe's number bounds every earlier one.
-inline void unregister_app_operation_observers() {
-    xam_ads_facade* facade = xam_ads_facade::xam_ads_get_instance();
-    xam_ads_app_operation_observer probe;
-    dev_ulong next = 0;
-    ASSERT_EQ(0, facade->xam_ads_add_app_operation_observer(&probe, XAM_ADS_BASIS_TYPE_JAVA, next));
-    for (dev_ulong id = 0; id <= next; ++id) facade->xam_ads_remove_app_operation_observer(id);
-    ASSERT_EQ(0U, jbrg_sim::apps::observers());
-    jbrg_sim::clear_calls();
-}
 
 // The job observers are made once for the program, their init() run on the service's own thread.
 template <class Observer>

@@ -28,7 +28,6 @@ protected:
     void SetUp() override {
         bridge_test::SetUp();
         orvane::CJvm::CreateJVM();
-        jbrg_test::unregister_app_operation_observers();
         call_proxy("clear", "()V");
     }
     void TearDown() override {

@@ -82,7 +82,6 @@ constexpr const char* kAppProxy = "orvane/qsf/controller/event/proxy/AppOperatio
 
 TEST_F(event_manager, registers_six_observers_and_terminate_removes_five) {
     orvane::CJvm::CreateJVM();
-    jbrg_test::unregister_app_operation_observers();
     clear_java(kJobProxy);
     clear_java(kAppProxy);
     jlong manager = create();

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/event/event_test.h"
+#include "jbrg_sim/apps.h"
 #include "jbrg_sim/esm.h"
 #include "jbrg_sim/job.h"
 #include "jbrg_sim/jobinfo.h"
@@ -70,7 +71,6 @@ jint service_thread(const char* service) {
 }
 
 TEST_F(observer_attach, a_platform_thread_is_attached_for_init_and_each_event_only) {
-    jbrg_test::unregister_app_operation_observers();
     all_observers o;
     auto& job = o.job;
     auto& jobinfo = o.jobinfo;

@@ -100,8 +100,8 @@ TEST_F(event_stress, events_from_many_threads_while_java_calls_natives) {
     EXPECT_EQ(2 * kPerSource, received(kJobProxy));
     EXPECT_EQ(2 * kPerSource, received(kCommonProxy));
     EXPECT_EQ(2 * kPerSource, received(kPanelProxy));
-    // Application operation observers stay registered for the life of the process (an earlier event
-    // manager's included), and each of them hands every request to Java.
+    // Every application operation observer registered (the device forgot earlier tests' at its reset) hands
+    // every request to Java.
     EXPECT_EQ(2 * kPerSource * static_cast<jsize>(jbrg_sim::apps::observers()), received(kAppProxy));
 
     JNIEnv* e = jbrg_test::env();
