@@ -4,10 +4,10 @@
 #include <string>
 
 #include "core/cjvm.h"
-#include "emw_services.h"
 #include "core/jni_scoped.h"
 #include "core/jni_text.h"
 #include "core/trace.h"
+#include "emw_services.h"
 
 namespace orvane {
 

@@ -14,11 +14,11 @@
 #include <string>
 
 #include "core/cjvm.h"
+#include "core/jni_cache.h"
+#include "core/trace.h"
 #include "emw_services.h"
 #include "jbrg_sim/control.h"
-#include "core/jni_cache.h"
 #include "tests/harness/jvm_boot.h"
-#include "core/trace.h"
 
 namespace {
 

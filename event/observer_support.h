@@ -17,8 +17,8 @@
 
 #include <initializer_list>
 
-#include "plat_types.h"
 #include "core/trace.h"
+#include "plat_types.h"
 
 namespace orvane {
 

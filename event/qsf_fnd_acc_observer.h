@@ -13,9 +13,9 @@
 
 #include <jni.h>
 
+#include "core/trace.h"
 #include "event/observer_support.h"
 #include "plat_types.h"
-#include "core/trace.h"
 #include "xdc_com_std.h"
 
 namespace orvane {

@@ -2,10 +2,10 @@
 
 #include <cstdio>
 
-#include "core/jni_text.h"
-#include "event/observer_support.h"
-#include "core/trace.h"
 #include "appinfo/xamf_amo_proxy.h"
+#include "core/jni_text.h"
+#include "core/trace.h"
+#include "event/observer_support.h"
 
 namespace orvane {
 

@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "core/cjvm.h"
-#include "emw_services.h"
 #include "core/trace.h"
+#include "emw_services.h"
 
 namespace orvane {
 

@@ -4,11 +4,11 @@
 #include <string>
 
 #include "core/cjvm.h"
-#include "emw_services.h"
 #include "core/jni_cache.h"
 #include "core/jni_scoped.h"
-#include "user/qsf_fnd_user_info.h"
 #include "core/trace.h"
+#include "emw_services.h"
+#include "user/qsf_fnd_user_info.h"
 #include "xsi_pbfs_user.h"
 
 namespace orvane {

@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
 #include "account/cmt_account.h"
 #include "core/handle.h"
 #include "jbrg_sim/control.h"
+#include "tests/harness/bridge_test.h"
 #include "xsi_pbfs_dept.h"
 
 namespace {

@@ -7,12 +7,12 @@
 #include <thread>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
+#include "appinfo/xamf_amo_proxy.h"
 #include "core/cjvm.h"
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
+#include "tests/harness/bridge_test.h"
 #include "xam_ads.h"
-#include "appinfo/xamf_amo_proxy.h"
 
 namespace {
 

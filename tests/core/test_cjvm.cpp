@@ -3,8 +3,8 @@
 
 #include <thread>
 
-#include "tests/harness/bridge_test.h"
 #include "core/cjvm.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

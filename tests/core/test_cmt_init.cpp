@@ -1,11 +1,11 @@
 // cmt_init: the start-up sequence as the platform sees it.
 #include <gmock/gmock.h>
 
-#include "tests/harness/bridge_test.h"
 #include "core/cjvm.h"
 #include "core/cmt_init.h"
 #include "jbrg_sim/control.h"
 #include "plat_types.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

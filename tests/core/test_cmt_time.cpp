@@ -3,10 +3,10 @@
 
 #include <ostream>
 
-#include "tests/harness/bridge_test.h"
 #include "core/cmt_time.h"
-#include "tests/core/in_zone.h"
 #include "jbrg_sim/control.h"
+#include "tests/core/in_zone.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The device is ILP32; the host build must behave the same wherever device values meet Java.
 #include <gmock/gmock.h>
 
-#include "tests/harness/bridge_test.h"
 #include "core/handle.h"
 #include "plat_types.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

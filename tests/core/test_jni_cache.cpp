@@ -4,11 +4,11 @@
 #include <utility>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
 #include "core/cjvm.h"
-#include "jbrg_sim/control.h"
 #include "core/jni_cache.h"
 #include "core/jni_scoped.h"
+#include "jbrg_sim/control.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The start-up and time module through its Java natives.
 #include <gmock/gmock.h>
 
-#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "tests/core/in_zone.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 
 #include <string>
 
-#include "tests/harness/bridge_test.h"
+#include "core/trace.h"
 #include "jbrg_sim/control.h"
 #include "plat_types.h"
-#include "core/trace.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

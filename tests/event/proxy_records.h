@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
+#include "tests/harness/bridge_test.h"
 
 namespace jbrg_test {
 

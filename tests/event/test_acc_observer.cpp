@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
-#include "tests/event/event_test.h"
+#include "event/qsf_fnd_acc_observer.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/smart_card.h"
+#include "tests/event/event_test.h"
 #include "tests/event/proxy_records.h"
-#include "event/qsf_fnd_acc_observer.h"
+#include "tests/harness/bridge_test.h"
 #include "xdc_com_std.h"
 
 namespace {

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "tests/event/event_test.h"
-#include "tests/harness/bridge_test.h"
 #include "core/cjvm.h"
+#include "event/xamf_amo_app_operation_observer.h"
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
+#include "tests/event/event_test.h"
+#include "tests/harness/bridge_test.h"
 #include "xam_ads.h"
-#include "event/xamf_amo_app_operation_observer.h"
 
 namespace {
 

@@ -3,12 +3,12 @@
 
 #include <memory>
 
-#include "tests/harness/bridge_test.h"
-#include "tests/event/event_test.h"
+#include "event/xiof_slo_esm_observer.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/esm.h"
+#include "tests/event/event_test.h"
 #include "tests/event/proxy_records.h"
-#include "event/xiof_slo_esm_observer.h"
+#include "tests/harness/bridge_test.h"
 #include "xsi_pbfs_esm.h"
 
 namespace {

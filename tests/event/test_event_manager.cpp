@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
-#include "tests/event/event_test.h"
 #include "core/cjvm.h"
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"
+#include "tests/event/event_test.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

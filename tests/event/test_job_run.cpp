@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/event/event_test.h"
-#include "jbrg_sim/job.h"
 #include "event/qsf_fnd_job_observer.h"
-#include "job/qsf_fnd_job_proxy.h"
 #include "event/qsf_fnd_jobinfo_observer.h"
+#include "jbrg_sim/job.h"
+#include "job/qsf_fnd_job_proxy.h"
+#include "tests/event/event_test.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/event/event_test.h"
-#include "jbrg_sim/jobinfo.h"
 #include "event/qsf_fnd_jobinfo_observer.h"
+#include "jbrg_sim/jobinfo.h"
+#include "tests/event/event_test.h"
 #include "xsi_ais_jobinfo.h"
 
 namespace {

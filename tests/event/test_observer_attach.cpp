@@ -3,21 +3,21 @@
 // that finds nothing leaves no Java error behind.
 #include <gmock/gmock.h>
 
-#include "tests/event/event_test.h"
-#include "jbrg_sim/apps.h"
-#include "jbrg_sim/esm.h"
-#include "jbrg_sim/job.h"
-#include "jbrg_sim/jobinfo.h"
-#include "jbrg_sim/panel.h"
-#include "jbrg_sim/smart_card.h"
 #include "event/observer_support.h"
-#include "tests/event/proxy_records.h"
 #include "event/qsf_fnd_acc_observer.h"
 #include "event/qsf_fnd_job_observer.h"
 #include "event/qsf_fnd_jobinfo_observer.h"
 #include "event/qsf_fnd_panel_observer.h"
 #include "event/xamf_amo_app_operation_observer.h"
 #include "event/xiof_slo_esm_observer.h"
+#include "jbrg_sim/apps.h"
+#include "jbrg_sim/esm.h"
+#include "jbrg_sim/job.h"
+#include "jbrg_sim/jobinfo.h"
+#include "jbrg_sim/panel.h"
+#include "jbrg_sim/smart_card.h"
+#include "tests/event/event_test.h"
+#include "tests/event/proxy_records.h"
 
 namespace {
 

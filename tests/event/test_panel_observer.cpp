@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/event/event_test.h"
-#include "tests/harness/bridge_test.h"
+#include "event/qsf_fnd_panel_observer.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/panel.h"
-#include "event/qsf_fnd_panel_observer.h"
+#include "tests/event/event_test.h"
+#include "tests/harness/bridge_test.h"
 #include "xsi_pbfs_panel.h"
 
 namespace {

@@ -4,10 +4,10 @@
 
 #include <string>
 
-#include "tests/harness/bridge_test.h"
+#include "event/qsf_fnd_panel_proxy.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/panel.h"
-#include "event/qsf_fnd_panel_proxy.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <cstring>
 #include <string>
 
-#include "tests/harness/bridge_test.h"
 #include "core/handle.h"
+#include "tests/harness/bridge_test.h"
 #include "xsi_pbfs_panel.h"
 
 namespace {

@@ -8,8 +8,8 @@
 
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"
-#include "tests/job/job_test.h"
 #include "job/qsf_fnd_job_proxy.h"
+#include "tests/job/job_test.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "job_log/qsf_fnd_job_log_proxy.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

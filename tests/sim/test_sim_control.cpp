@@ -5,7 +5,6 @@
 #include <stdexcept>
 #include <thread>
 
-#include "tests/harness/bridge_test.h"
 #include "emw_services.h"
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
@@ -15,6 +14,7 @@
 #include "jbrg_sim/panel.h"
 #include "jbrg_sim/smart_card.h"
 #include "osw_sync.h"
+#include "tests/harness/bridge_test.h"
 #include "xam_ads.h"
 #include "xdc_com_std.h"
 #include "xsi_ais_job.h"

@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
+#include "tests/harness/bridge_test.h"
 #include "xsi_pbfs_dept.h"
 
 namespace {

@@ -3,9 +3,9 @@
 
 #include <stdexcept>
 
-#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/panel.h"
+#include "tests/harness/bridge_test.h"
 #include "xam_ads.h"
 #include "xsi_pbfs_panel.h"
 

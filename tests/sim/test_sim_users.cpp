@@ -5,9 +5,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/auth.h"
 #include "jbrg_sim/control.h"
+#include "tests/harness/bridge_test.h"
 #include "xsi_ais_auth.h"
 #include "xsi_pbfs_user.h"
 

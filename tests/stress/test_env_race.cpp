@@ -7,8 +7,8 @@
 #include <thread>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
 #include "core/cjvm.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

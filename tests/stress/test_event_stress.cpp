@@ -7,12 +7,12 @@
 #include <thread>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
 #include "core/cjvm.h"
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/esm.h"
 #include "jbrg_sim/job.h"
 #include "jbrg_sim/panel.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <functional>
 #include <string>
 
-#include "tests/harness/bridge_test.h"
 #include "core/cjvm.h"
 #include "jbrg_sim/control.h"
+#include "tests/harness/bridge_test.h"
 #include "user/qsf_fnd_authentication.h"
 #include "xsi_ais_auth.h"
 #include "xsi_pbfs_user.h"

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "tests/harness/bridge_test.h"
 #include "jbrg_sim/control.h"
 #include "plat_types.h"
+#include "tests/harness/bridge_test.h"
 
 namespace {
 

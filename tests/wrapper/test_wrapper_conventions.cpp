@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/harness/bridge_test.h"
 #include "core/handle.h"
+#include "tests/harness/bridge_test.h"
 #include "tests/wrapper/probe/probe.h"
 #include "wrapper/runtime/wrap_runtime.h"
 

@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "core/handle.h"
-#include "core/jni_text.h"
 #include "core/jni_scoped.h"
+#include "core/jni_text.h"
 #include "plat_types.h"
 
 // ---- Array conversion, one triple per element type ------------------------------------------------------
