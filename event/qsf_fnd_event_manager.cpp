@@ -19,6 +19,13 @@ namespace orvane {
 namespace {
 // The basis type the application operation observer is registered for.
 constexpr XAM_ADS_BASIS_TYPE kAppOperationBasisType = XAM_ADS_BASIS_TYPE_JAVA;
+
+// The application operation observer lives for the rest of the process (terminate() leaves it registered and
+// alive, and nothing deletes it). It is made here alone so that a leak checker can be told this one allocation
+// and no other (tests/lsan.supp).
+[[gnu::noinline]] xamf_amo_app_operation_observer* make_lifelong_app_operation_observer() {
+    return new xamf_amo_app_operation_observer();
+}
 }  // namespace
 
 qsf_fnd_event_manager::qsf_fnd_event_manager() = default;
@@ -49,7 +56,7 @@ bool qsf_fnd_event_manager::init() {
     (void)esm_observer_->init();
     (void)xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_add_observer(esm_observer_);
 
-    app_operation_observer_ = new xamf_amo_app_operation_observer();
+    app_operation_observer_ = make_lifelong_app_operation_observer();
     (void)app_operation_observer_->init();
     // The registration's identifier is not needed: the observer is never removed.
     dev_ulong id = 0;
