@@ -5,44 +5,11 @@
 
 #include <jni.h>
 
-#include <string>
-#include <vector>
-
 #include "jbrg_sim/control.h"
+#include "tests/event/proxy_records.h"
 #include "tests/harness/bridge_test.h"
 
 namespace jbrg_test {
-
-// The texts of a static String[] method() of a Java class (slash form).
-inline std::vector<std::string> java_texts(const char* cls, const char* method) {
-    JNIEnv* e = env();
-    std::vector<std::string> texts;
-    jclass c = e->FindClass(cls);
-    if (c == nullptr) return texts;
-    jmethodID m = e->GetStaticMethodID(c, method, "()[Ljava/lang/String;");
-    auto array = static_cast<jobjectArray>(e->CallStaticObjectMethod(c, m));
-    if (e->ExceptionCheck() || array == nullptr) return texts;
-    for (jsize i = 0; i < e->GetArrayLength(array); ++i) {
-        auto s = static_cast<jstring>(e->GetObjectArrayElement(array, i));
-        const char* chars = e->GetStringUTFChars(s, nullptr);
-        texts.emplace_back(chars);
-        e->ReleaseStringUTFChars(s, chars);
-        e->DeleteLocalRef(s);
-    }
-    e->DeleteLocalRef(array);
-    e->DeleteLocalRef(c);
-    return texts;
-}
-
-// Calls a static void method() of a Java class.
-inline void java_call(const char* cls, const char* method) {
-    JNIEnv* e = env();
-    jclass c = e->FindClass(cls);
-    if (c == nullptr) return;
-    e->CallStaticVoidMethod(c, e->GetStaticMethodID(c, method, "()V"));
-    e->ExceptionCheck();
-    e->DeleteLocalRef(c);
-}
 
 inline constexpr const char kJobProxy[] = "orvane/qsf/controller/event/proxy/JobProxy";
 inline constexpr const char kJobInfoProxy[] = "orvane/qsf/controller/event/proxy/JobInfoProxy";

@@ -13,13 +13,16 @@
 
 namespace jbrg_test {
 
-// The lines a proxy class (slash form) recorded, oldest first: its static received() String[].
-inline std::vector<std::string> proxy_received(const char* cls) {
+// The texts of a static String[] method() of a Java class (slash form), oldest first.
+inline std::vector<std::string> java_texts(const char* cls, const char* method) {
     JNIEnv* e = env();
     jclass c = e->FindClass(cls);
-    if (c == nullptr) return {"<no class " + std::string(cls) + ">"};
-    jmethodID m = e->GetStaticMethodID(c, "received", "()[Ljava/lang/String;");
-    auto lines = static_cast<jobjectArray>(e->CallStaticObjectMethod(c, m));
+    if (c == nullptr) {
+        e->ExceptionClear();
+        return {"<no class " + std::string(cls) + ">"};
+    }
+    auto lines = static_cast<jobjectArray>(
+        e->CallStaticObjectMethod(c, e->GetStaticMethodID(c, method, "()[Ljava/lang/String;")));
     if (e->ExceptionCheck()) {
         e->ExceptionDescribe();
         e->ExceptionClear();
@@ -38,14 +41,22 @@ inline std::vector<std::string> proxy_received(const char* cls) {
     return out;
 }
 
-inline void proxy_clear(const char* cls) {
+// Calls a static void method() of a Java class (slash form).
+inline void java_call(const char* cls, const char* method) {
     JNIEnv* e = env();
     jclass c = e->FindClass(cls);
-    if (c == nullptr) return;
-    e->CallStaticVoidMethod(c, e->GetStaticMethodID(c, "clear", "()V"));
+    if (c == nullptr) {
+        e->ExceptionClear();
+        return;
+    }
+    e->CallStaticVoidMethod(c, e->GetStaticMethodID(c, method, "()V"));
     if (e->ExceptionCheck()) e->ExceptionClear();
     e->DeleteLocalRef(c);
 }
+
+// What a proxy class recorded, and forgetting it.
+inline std::vector<std::string> proxy_received(const char* cls) { return java_texts(cls, "received"); }
+inline void proxy_clear(const char* cls) { java_call(cls, "clear"); }
 
 // The trace lines of source file `file` as "function,message" (the file name and line number cut away).
 inline std::vector<std::string> traces_of(const std::string& file) {

@@ -191,11 +191,8 @@ TEST_F(acc_observer, an_observer_without_its_vm_or_its_identifiers_traces_each_e
         jbrg_sim::clear_traces();
         registration r(false, knows_vm ? new jbrg_test::without_identifiers<orvane::qsf_fnd_acc_observer>
                                        : new orvane::qsf_fnd_acc_observer);
-        XDC_COM_STD_SMART_CARD_READER_INFO reader{};
         EXPECT_EQ(card::card_detected(card::card(ENV_AUTH_IC_CARD_TYPE_B, "12")), 0);
         EXPECT_EQ(card::card_error(1), 0);
-        EXPECT_EQ(card::reader_added(reader), 0);
-        EXPECT_EQ(card::reader_removed(), 0);
         EXPECT_THAT(jbrg_test::proxy_received(kAcc), IsEmpty());
         EXPECT_THAT(jbrg_test::traces_of(kFile),
                     ElementsAre("smart_card_detected,START", "smart_card_detected,card_info.card_type = 1",
@@ -205,11 +202,7 @@ TEST_F(acc_observer, an_observer_without_its_vm_or_its_identifiers_traces_each_e
                                 "smart_card_detected,ERROR : could not called init() method.", "smart_card_detected,END",
                                 "smart_card_error_detected,START",
                                 "smart_card_error_detected,ERROR : could not called init() method.",
-                                "smart_card_error_detected,END", "smart_card_reader_added,START",
-                                "smart_card_reader_added,ERROR : could not called init() method.",
-                                "smart_card_reader_added,END", "smart_card_reader_removed,START",
-                                "smart_card_reader_removed,ERROR : could not called init() method.",
-                                "smart_card_reader_removed,END"));
+                                "smart_card_error_detected,END"));
     }
 }
 

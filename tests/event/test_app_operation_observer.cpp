@@ -10,6 +10,7 @@
 #include "jbrg_sim/apps.h"
 #include "jbrg_sim/control.h"
 #include "tests/event/event_test.h"
+#include "tests/event/proxy_records.h"
 #include "tests/harness/bridge_test.h"
 #include "xam_ads.h"
 
@@ -22,13 +23,14 @@ using jbrg_test::traces_containing;
 using orvane::xamf_amo_app_operation_observer;
 
 constexpr dev_long kErr = PLAT_CODE(0xC2010001);
+constexpr const char kAppOperationProxy[] = "orvane/qsf/controller/event/proxy/AppOperationProxy";
 
 class app_operation_observer : public jbrg_test::bridge_test {
 protected:
     void SetUp() override {
         bridge_test::SetUp();
         orvane::CJvm::CreateJVM();
-        call_proxy("clear", "()V");
+        jbrg_test::proxy_clear(kAppOperationProxy);
     }
     void TearDown() override {
         for (auto& [id, observer] : registered_) {
@@ -52,30 +54,15 @@ protected:
         return o;
     }
 
-    jobject call_proxy(const char* method, const char* signature, jboolean value = JNI_FALSE) {
+    // The answer AppOperationProxy gives the requests that ask for one.
+    void answer(bool value) {
         JNIEnv* e = jbrg_test::env();
-        jclass c = e->FindClass("orvane/qsf/controller/event/proxy/AppOperationProxy");
-        jmethodID m = e->GetStaticMethodID(c, method, signature);
-        jobject r = nullptr;
-        if (std::string(signature) == "(Z)V") {
-            e->CallStaticVoidMethod(c, m, value);
-        } else if (std::string(signature) == "()V") {
-            e->CallStaticVoidMethod(c, m);
-        } else {
-            r = e->CallStaticObjectMethod(c, m);
-        }
+        jclass c = e->FindClass(kAppOperationProxy);
+        e->CallStaticVoidMethod(c, e->GetStaticMethodID(c, "setAnswer", "(Z)V"), value ? JNI_TRUE : JNI_FALSE);
         EXPECT_EQ("", take_exception());
-        return r;
+        e->DeleteLocalRef(c);
     }
-    void answer(bool value) { call_proxy("setAnswer", "(Z)V", value ? JNI_TRUE : JNI_FALSE); }
-    std::vector<std::string> received() {
-        auto a = static_cast<jobjectArray>(call_proxy("received", "()[Ljava/lang/String;"));
-        std::vector<std::string> out;
-        for (jsize i = 0; i < jbrg_test::env()->GetArrayLength(a); ++i) {
-            out.push_back(text(static_cast<jstring>(jbrg_test::env()->GetObjectArrayElement(a, i))));
-        }
-        return out;
-    }
+    static std::vector<std::string> received() { return jbrg_test::proxy_received(kAppOperationProxy); }
     std::vector<std::string> results() {
         std::vector<std::string> out;
         for (const auto& r : jbrg_sim::apps::results()) {
@@ -103,26 +90,21 @@ TEST_F(app_operation_observer, application_requests_reach_java_and_only_open_win
                 ElementsAre(HasSubstr("[Start] app_id = com.example.scan"), HasSubstr("[End]")));
 }
 
-TEST_F(app_operation_observer, basis_control_and_run_permission_return_javas_answer) {
+// Basis controls 0 to 5 reach Java as events 4 to 9; others fail without reaching it.
+TEST_F(app_operation_observer, basis_control_and_run_permission_reach_java_and_return_its_answer) {
     observer();
-    EXPECT_EQ(0, jbrg_sim::apps::basis_control(XAM_ADS_BASIS_CONTROL_RESUME));
+    for (int32_t control = 0; control <= 5; ++control) EXPECT_EQ(0, jbrg_sim::apps::basis_control(control));
+    EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(6));
+    EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(-1));
     EXPECT_EQ(0, jbrg_sim::apps::is_enable_run_app());
     answer(false);
     EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(XAM_ADS_BASIS_CONTROL_START));
     EXPECT_EQ(kErr, jbrg_sim::apps::is_enable_run_app());
     // The run permission names no application: an empty id, not a null one.
-    EXPECT_THAT(received(), ElementsAre("7", "10:", "4", "10:"));
+    EXPECT_THAT(received(), ElementsAre("4", "5", "6", "7", "8", "9", "10:", "4", "10:"));
     EXPECT_THAT(traces_containing("is_enable_run_app,"),
                 ElementsAre(HasSubstr("[Start] is_enable_run_app"), HasSubstr("[End] is_enable_run_app"),
                             HasSubstr("[Start] is_enable_run_app"), HasSubstr("[End] is_enable_run_app")));
-}
-
-TEST_F(app_operation_observer, basis_controls_reach_java_as_events_four_to_nine_and_others_fail_without_it) {
-    observer();
-    for (int32_t control = 0; control <= 5; ++control) EXPECT_EQ(0, jbrg_sim::apps::basis_control(control));
-    EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(6));
-    EXPECT_EQ(kErr, jbrg_sim::apps::basis_control(-1));
-    EXPECT_THAT(received(), ElementsAre("4", "5", "6", "7", "8", "9"));
 }
 
 TEST_F(app_operation_observer, requests_that_cannot_reach_java_are_answered_as_failed) {

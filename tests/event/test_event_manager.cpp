@@ -10,6 +10,7 @@
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"
 #include "tests/event/event_test.h"
+#include "tests/event/proxy_records.h"
 #include "tests/harness/bridge_test.h"
 
 namespace {
@@ -40,26 +41,6 @@ protected:
         return ops;
     }
 
-    std::vector<std::string> java_received(const char* proxy) {
-        JNIEnv* e = jbrg_test::env();
-        jclass c = e->FindClass(proxy);
-        auto array = static_cast<jobjectArray>(
-            e->CallStaticObjectMethod(c, e->GetStaticMethodID(c, "received", "()[Ljava/lang/String;")));
-        std::vector<std::string> out;
-        if (e->ExceptionCheck() || array == nullptr) return out;
-        for (jsize i = 0; i < e->GetArrayLength(array); ++i) {
-            out.push_back(text(static_cast<jstring>(e->GetObjectArrayElement(array, i))));
-        }
-        return out;
-    }
-
-    void clear_java(const char* proxy) {
-        JNIEnv* e = jbrg_test::env();
-        jclass c = e->FindClass(proxy);
-        e->CallStaticVoidMethod(c, e->GetStaticMethodID(c, "clear", "()V"));
-        e->ExceptionCheck();
-    }
-
 private:
     jlong call_long(const char* name, const char* signature) {
         JNIEnv* e = jbrg_test::env();
@@ -82,8 +63,8 @@ constexpr const char* kAppProxy = "orvane/qsf/controller/event/proxy/AppOperatio
 
 TEST_F(event_manager, registers_six_observers_and_terminate_removes_five) {
     orvane::CJvm::CreateJVM();
-    clear_java(kJobProxy);
-    clear_java(kAppProxy);
+    jbrg_test::proxy_clear(kJobProxy);
+    jbrg_test::proxy_clear(kAppProxy);
     jlong manager = create();
     ASSERT_NE(0, manager);
 
@@ -97,7 +78,7 @@ TEST_F(event_manager, registers_six_observers_and_terminate_removes_five) {
 
     // Events now reach Java on the platform's threads.
     EXPECT_EQ(0, jbrg_sim::job::notify_scan_count(1, 0xFFFFFFFFu));
-    EXPECT_THAT(java_received(kJobProxy), ElementsAre("scanCount 1 4294967295"));
+    EXPECT_THAT(jbrg_test::proxy_received(kJobProxy), ElementsAre("scanCount 1 4294967295"));
 
     jbrg_sim::clear_calls();
     EXPECT_TRUE(terminate(manager));
@@ -109,7 +90,7 @@ TEST_F(event_manager, registers_six_observers_and_terminate_removes_five) {
 
     // The application operation observer stays registered and keeps answering.
     EXPECT_EQ(0, jbrg_sim::apps::run_app("app.after.terminate"));
-    EXPECT_THAT(java_received(kAppProxy), ElementsAre("0:app.after.terminate"));
+    EXPECT_THAT(jbrg_test::proxy_received(kAppProxy), ElementsAre("0:app.after.terminate"));
 
     // A second terminate, and the destructor's, do nothing.
     jbrg_sim::clear_calls();

@@ -143,9 +143,6 @@ TEST_F(job_observer, an_observer_without_its_vm_or_its_identifiers_answers_every
         EXPECT_EQ(kFailure, jbrg_sim::job::notify_job_state_changed(state(0, 0)));
         EXPECT_EQ(kFailure, jbrg_sim::job::notify_job_state_changed(state(3, 0))) << "no constant, still failed";
         EXPECT_EQ(kFailure, jbrg_sim::job::notify_scan_count(1, 2));
-        EXPECT_EQ(kFailure, jbrg_sim::job::notify_start_phb(1));
-        EXPECT_EQ(kFailure, jbrg_sim::job::notify_disable_info(1));
-        EXPECT_EQ(kFailure, jbrg_sim::job::notify_main_message(1));
         XSI_AIS_PHB_INFO info{};
         EXPECT_EQ(0, jbrg_sim::job::notify_phb_info(1, info)) << "not forwarded";
         EXPECT_EQ(XSI_AIS_JOB_OK, facade().xsi_ais_job_remove_observer(o));

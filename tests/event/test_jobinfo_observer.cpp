@@ -103,9 +103,6 @@ TEST_F(jobinfo_observer, an_observer_without_its_vm_or_its_identifiers_answers_e
                                         static_cast<qsf_fnd_jobinfo_observer*>(&no_proxy)}) {
         ASSERT_EQ(XSI_AIS_JOBINFO_OK, facade().xsi_ais_jobinfo_add_observer(o));
         EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_print_page_info(print_page()));
-        EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_scan_page_info(XSI_AIS_EVENT_SCAN_PAGE{}));
-        EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_fax_send_page_info(XSI_AIS_EVENT_SEND_PAGE{}));
-        EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_job_update_log(XSI_AIS_EVENT_JOB_UPDATE_LOG{}));
         EXPECT_EQ(kFailure, jbrg_sim::jobinfo::notify_renint_start_info(XSI_AIS_EVENT_RENINT_START{}, "name"));
         EXPECT_EQ(XSI_AIS_JOBINFO_OK, facade().xsi_ais_jobinfo_remove_observer(o));
     }

