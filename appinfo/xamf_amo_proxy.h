@@ -92,7 +92,8 @@ public:
     };
     static const conv_entry s_conv_table[4];
 
-    // The Java identifiers, looked up on first use and kept for the life of the process.
+    // The Java identifiers, looked up on first use and kept; a destroyed proxy releases the two class
+    // references, which the next use looks up again.
     static bool set_jcls_list();
     static bool set_mid_list_add();
     static bool set_jcls_app_info();

@@ -2,7 +2,8 @@
 //
 // The classes that build Java objects (application information, address entries, document boxes, ...)
 // keep one static identifier per Java class, constructor or method, and field, looked up on first use and
-// then kept for the life of the process:
+// then kept for the life of the process (unless a class reference is released, when the class and whatever
+// needs it are looked up again on next use):
 //
 //     static jni::class_id jcls_list{"java/util/ArrayList"};
 //     static jni::method_id mid_list_add{jcls_list, "add", "(Ljava/lang/Object;)Z"};

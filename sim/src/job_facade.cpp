@@ -19,11 +19,7 @@ xsi_ais_job_facade* xsi_ais_job_facade::xsi_ais_job_get_instance() {
 
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_generate_jobinfo(XSI_AIS_JOB_CATEGORY category, unsigned int& handler_id) {
     jbrg_sim::locked_op call("xsi_ais_job_generate_jobinfo", category, &handler_id);
-    if (call.forced()) {
-        call.out("handler_id", &handler_id);
-        return call.result();
-    }
-    PLAT_RESULT r = jobs().generate(category, 0, handler_id);
+    PLAT_RESULT r = call.forced() ? call.result() : jobs().generate(category, 0, handler_id);
     call.out("handler_id", &handler_id);
     return r;
 }
@@ -31,11 +27,7 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_generate_jobinfo(XSI_AIS_JOB_CATEGOR
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_generate_jobinfo_bkg(XSI_AIS_JOB_CATEGORY category, dev_ulong cert_id,
                                                                  unsigned int& handler_id) {
     jbrg_sim::locked_op call("xsi_ais_job_generate_jobinfo_bkg", category, cert_id, &handler_id);
-    if (call.forced()) {
-        call.out("handler_id", &handler_id);
-        return call.result();
-    }
-    PLAT_RESULT r = jobs().generate(category, cert_id, handler_id);
+    PLAT_RESULT r = call.forced() ? call.result() : jobs().generate(category, cert_id, handler_id);
     call.out("handler_id", &handler_id);
     return r;
 }
