@@ -20,6 +20,9 @@
 typedef int32_t dev_long;
 typedef uint32_t dev_ulong;
 
+/* The device's `time_t`: seconds since 1970, 32 bits wide. */
+typedef int32_t dev_time;
+
 /* A platform result code: 0 is success, failures have the form 0xC1xxxxxx / 0xC2xxxxxx. */
 typedef dev_long PLAT_RESULT;
 
@@ -41,5 +44,6 @@ typedef dev_long PLAT_RESULT;
 
 PLAT_ASSERT_SIZE(dev_long, 4);
 PLAT_ASSERT_SIZE(dev_ulong, 4);
+PLAT_ASSERT_SIZE(dev_time, 4);
 
 #endif /* PLAT_TYPES_H */
