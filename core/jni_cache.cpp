@@ -62,28 +62,26 @@ bool class_id::ensure(const trace_site& site) {
     return true;
 }
 
-bool method_id::ensure(const trace_site& site) {
-    // The class first, as for fields: a class reference released since (a destructor's) is looked up again, so
-    // that a known method is never used with a deleted class.
+template <class Lookup>
+bool member_id<Lookup>::ensure(const trace_site& site) {
     if (!owner_.ensure(site)) return false;
     if (get() != nullptr) return true;
     JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return false;
-    jmethodID id = env->GetMethodID(owner_.get(), name_, signature_);
-    if (failed(env, site, "GetMethodID") || id == nullptr) return false;
+    id_type id = Lookup::find(env, owner_.get(), name_, signature_);
+    if (failed(env, site, Lookup::what) || id == nullptr) return false;
     id_.store(id, std::memory_order_release);
     return true;
 }
 
-bool field_id::ensure(const trace_site& site) {
-    if (!owner_.ensure(site)) return false;
-    if (get() != nullptr) return true;
-    JNIEnv* env = CJvm::GetJNIEnv();
-    if (env == nullptr) return false;
-    jfieldID id = env->GetFieldID(owner_.get(), name_, signature_);
-    if (failed(env, site, "GetFieldID") || id == nullptr) return false;
-    id_.store(id, std::memory_order_release);
-    return true;
+template class member_id<detail::method_lookup>;
+template class member_id<detail::static_method_lookup>;
+template class member_id<detail::field_lookup>;
+template class member_id<detail::static_field_lookup>;
+
+jobject get_static(JNIEnv* env, const trace_site& site, static_field_id& field) {
+    if (env == nullptr || !field.ensure(site)) return nullptr;
+    return env->GetStaticObjectField(field.owner().get(), field.get());
 }
 
 template <class T>

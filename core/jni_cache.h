@@ -49,44 +49,69 @@ private:
     std::atomic<jclass> cls_{nullptr};
 };
 
-// An instance method or constructor ("<init>") of a cached class.
-class method_id {
-public:
-    constexpr method_id(class_id& owner, const char* name, const char* signature)
-        : owner_(owner), name_(name), signature_(signature) {}
-    method_id(const method_id&) = delete;
-    method_id& operator=(const method_id&) = delete;
+// How each kind of member of a cached class is looked up, and the name its failure is traced under.
+namespace detail {
+struct method_lookup {
+    using id = jmethodID;
+    static constexpr const char* what = "GetMethodID";
+    static id find(JNIEnv* env, jclass c, const char* n, const char* s) { return env->GetMethodID(c, n, s); }
+};
+struct static_method_lookup {
+    using id = jmethodID;
+    static constexpr const char* what = "GetStaticMethodID";
+    static id find(JNIEnv* env, jclass c, const char* n, const char* s) { return env->GetStaticMethodID(c, n, s); }
+};
+struct field_lookup {
+    using id = jfieldID;
+    static constexpr const char* what = "GetFieldID";
+    static id find(JNIEnv* env, jclass c, const char* n, const char* s) { return env->GetFieldID(c, n, s); }
+};
+struct static_field_lookup {
+    using id = jfieldID;
+    static constexpr const char* what = "GetStaticFieldID";
+    static id find(JNIEnv* env, jclass c, const char* n, const char* s) { return env->GetStaticFieldID(c, n, s); }
+};
+}  // namespace detail
 
-    // set_mid_: true if known; otherwise the class, then GetMethodID.
+// A member of a cached class: an instance method or constructor ("<init>"), a static method, an instance
+// field or a static field (an enumeration's constant).
+template <class Lookup>
+class member_id {
+public:
+    using id_type = typename Lookup::id;
+
+    constexpr member_id(class_id& owner, const char* name, const char* signature)
+        : owner_(owner), name_(name), signature_(signature) {}
+    member_id(const member_id&) = delete;
+    member_id& operator=(const member_id&) = delete;
+
+    // set_mid_ / set_fid_: the class first (false if it cannot be had; a class reference released since is
+    // looked up again, so that a known member is never used with a deleted class), then true if known,
+    // otherwise the lookup, traced as "Detected exception : <lookup>" when it fails.
     bool ensure(const trace_site& site);
-    jmethodID get() const { return id_.load(std::memory_order_acquire); }
+    id_type get() const { return id_.load(std::memory_order_acquire); }
     class_id& owner() const { return owner_; }
 
 private:
     class_id& owner_;
     const char* name_;
     const char* signature_;
-    std::atomic<jmethodID> id_{nullptr};
+    std::atomic<id_type> id_{nullptr};
 };
 
-// An instance field of a cached class.
-class field_id {
-public:
-    constexpr field_id(class_id& owner, const char* name, const char* signature)
-        : owner_(owner), name_(name), signature_(signature) {}
-    field_id(const field_id&) = delete;
-    field_id& operator=(const field_id&) = delete;
+using method_id = member_id<detail::method_lookup>;
+using static_method_id = member_id<detail::static_method_lookup>;
+using field_id = member_id<detail::field_lookup>;
+using static_field_id = member_id<detail::static_field_lookup>;
 
-    // set_fid_: the class first (false if it cannot be had), then true if known, otherwise GetFieldID.
-    bool ensure(const trace_site& site);
-    jfieldID get() const { return id_.load(std::memory_order_acquire); }
+extern template class member_id<detail::method_lookup>;
+extern template class member_id<detail::static_method_lookup>;
+extern template class member_id<detail::field_lookup>;
+extern template class member_id<detail::static_field_lookup>;
 
-private:
-    class_id& owner_;
-    const char* name_;
-    const char* signature_;
-    std::atomic<jfieldID> id_{nullptr};
-};
+// The value of a static object field (an enumeration's constant) as a new local reference, or null when the
+// field cannot be had.
+jobject get_static(JNIEnv* env, const trace_site& site, static_field_id& field);
 
 // set_field_: stores `value` into the field of `object`. A text value (const char*) becomes a new Java
 // string first; a failure to make it is traced as "Detected exception : NewStringUTF" and the field is left

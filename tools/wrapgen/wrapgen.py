@@ -141,7 +141,8 @@ class Function:
     line: int
     export: str = ''         # the export's name, with its overload number
     extension: str = ''      # a free function called as extension(*self, args...) in place of a member
-    stated: bool = False     # [[stated]]: Java applications link against the bare name
+    stated: bool = False     # [[stated]]: Java applications link against the export's name as it stands
+    stated_overload: Optional[int] = None  # [[stated(N)]]: the overload number that name carries (__SWIG_N)
 
 
 @dataclasses.dataclass
@@ -302,10 +303,20 @@ class Parser:
         while self.peek() != '}':
             line = self.line()
             stated = False
-            if self.peek() == '[[':  # [[stated]]: the export keeps its bare name, never an overload number
+            stated_overload = None
+            # [[stated]]: Java applications link against the export's name as it stands; an overloaded member
+            # carries the number its name has, [[stated(N)]] for __SWIG_N, so that a change of numbering fails.
+            if self.peek() == '[[':
                 self.take('[[')
                 if self.take() != 'stated':
                     raise self.fail('the only attribute of a member is "stated"')
+                if self.peek() == '(':
+                    self.take('(')
+                    number = self.take()
+                    if not number.isdigit():
+                        raise self.fail('[[stated(N)]] takes the overload number N')
+                    stated_overload = int(number)
+                    self.take(')')
                 self.take(']]')
                 stated = True
             static = False
@@ -314,7 +325,7 @@ class Parser:
                 static = True
             if is_class and self.peek() == r.name and self.peek(1) == '(':
                 self.take()
-                fn = Function(r.name, None, self.params(), False, line, stated=stated)
+                fn = Function(r.name, None, self.params(), False, line, stated=stated, stated_overload=stated_overload)
                 if self.peek() == '=':
                     self.take('=')
                     fn.extension = ' '.join(self.type_tokens_until(';'))
@@ -326,7 +337,7 @@ class Parser:
             if self.peek() == '(':
                 if not is_class:
                     raise self.fail('a record has fields only; declare a class for methods')
-                fn = Function(name, t, self.params(), static, line, stated=stated)
+                fn = Function(name, t, self.params(), static, line, stated=stated, stated_overload=stated_overload)
                 if self.peek() == '=':
                     self.take('=')
                     fn.extension = ' '.join(self.type_tokens_until(';'))
@@ -679,6 +690,7 @@ class Export:
 class Generator:
     def __init__(self, m: Module, path: str):
         self.m = m
+        self.path = path
         self.k = Kinds(m, path)
         self.exports: List[Export] = []
 
@@ -816,9 +828,16 @@ class Generator:
         for fn in r.functions:
             key = 'new' if fn.result is None else fn.name
             base = f'new_{r.name}' if fn.result is None else f'{r.name}_{fn.name}'
+            number = seen.get(key, 0)
             if counts[key] > 1:
-                base += f'__SWIG_{seen.get(key, 0)}'
-            seen[key] = seen.get(key, 0) + 1
+                base += f'__SWIG_{number}'
+            expected = number if counts[key] > 1 else None
+            if fn.stated and fn.stated_overload != expected:
+                written = 'no number' if fn.stated_overload is None else f'__SWIG_{fn.stated_overload}'
+                actual = 'no number' if expected is None else f'__SWIG_{expected}'
+                raise DescriptionError(f'{self.path}:{fn.line}: module {self.m.name}: {base.split("__SWIG_")[0]} is '
+                                       f'stated with {written} but exported with {actual}')
+            seen[key] = number + 1
             fn.export = base
             if fn.result is None:
                 self.call_export(base, fn.params, None, fn.line, None, '', constructor=r.cxx,
@@ -972,7 +991,7 @@ class Generator:
         for r in self.m.records:
             for fn in r.functions:
                 if fn.stated:
-                    names.append(f'new_{r.name}' if fn.result is None else f'{r.name}_{fn.name}')
+                    names.append(fn.export)
         return ''.join(self.symbol(n) + '\n' for n in sorted(set(names)))
 
     def probe(self) -> str:
