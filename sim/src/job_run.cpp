@@ -102,7 +102,8 @@ XSI_AIS_JOB_STATE state_of(const user_job_rec& u, dev_ulong kind, dev_ulong resu
 // a logged-in user's set, a quick-copy document under that user's name. Under the device lock.
 void leave_documents(const user_job_rec& u) {
     const jbrg_sim::job::user_job_info& i = u.info;
-    std::string name = u.doc_name.empty() ? "doc" + std::to_string(i.user_job_id) : u.doc_name;
+    // Named after the set's file name ("doc" unless set) and the job, so that no two jobs' documents share one.
+    std::string name = (u.doc_name.empty() ? "doc" : u.doc_name) + std::to_string(i.user_job_id);
     if (u.store_box != 0 && jbrg_sim::boxsvc::check_user_box(u.store_box, u.store_pass) == 0) {
         jbrg_sim::box::document d;
         d.name = name;
