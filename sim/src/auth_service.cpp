@@ -188,6 +188,11 @@ bool jbrg_sim::auth::logged_in(uint32_t id) {
     return ::auth().logins.count(id) != 0;
 }
 
+const jbrg_sim::user_account* jbrg_sim::login_account(dev_ulong cert_id) {
+    auto l = ::auth().logins.find(cert_id);
+    return l == ::auth().logins.end() ? nullptr : ::auth().account(l->second.login_name, l->second.domain);
+}
+
 // ---- The facade ---------------------------------------------------------------------------------------
 
 xsi_ais_auth_facade* xsi_ais_auth_facade::xsi_ais_auth_get_instance() {

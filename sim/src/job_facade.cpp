@@ -6,8 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "box_internal.h"
 #include "jbrg_sim/job.h"
 #include "job_store.h"
+#include "user_internal.h"
 #include "xsi_ais_job.h"
 
 using namespace jbrg_sim::jobsvc;
@@ -27,7 +29,15 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_generate_jobinfo(XSI_AIS_JOB_CATEGOR
 PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_generate_jobinfo_bkg(XSI_AIS_JOB_CATEGORY category, dev_ulong cert_id,
                                                                  unsigned int& handler_id) {
     jbrg_sim::locked_op call("xsi_ais_job_generate_jobinfo_bkg", category, cert_id, &handler_id);
-    PLAT_RESULT r = call.forced() ? call.result() : jobs().generate(category, cert_id, handler_id);
+    PLAT_RESULT r = call.result();
+    if (!call.forced()) {
+        // The set is made for the certificate's user, who must be logged in.
+        const jbrg_sim::user_account* user = jbrg_sim::login_account(cert_id);
+        r = user == nullptr ? XSI_AIS_JOB_LOGIN_ERROR : jobs().generate(category, cert_id, handler_id);
+        if (r == XSI_AIS_JOB_OK) {
+            jobs().jobinfos.at(handler_id).user_name = user->user_name.empty() ? user->login_name : user->user_name;
+        }
+    }
     call.out("handler_id", &handler_id);
     return r;
 }
@@ -349,7 +359,13 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_kick(unsigned int service_id, unsign
     u.info.category = sv->second.category;
     u.info.cert_id = sv->second.cert_id;
     u.info.pages = s.pages;
-    if (jobinfo* j = s.find(sv->second.handler_id); j != nullptr) u.numbers = j->now.numbers;
+    if (jobinfo* j = s.find(sv->second.handler_id); j != nullptr) {
+        u.numbers = j->now.numbers;
+        u.user_name = j->user_name;
+        u.store_box = j->store_box;
+        u.store_pass = j->store_pass;
+        u.doc_name = j->now.texts[XSI_AIS_JOB_SETTING_FILE_NAME];
+    }
     s.user_jobs[user_job_id] = std::move(u);
     if (s.run_jobs) post_run(user_job_id);
     call.out("user_job_id", &user_job_id);
@@ -403,6 +419,7 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_cancel_bkg(unsigned int service_id, 
                                                        dev_ulong cert_id) {
     jbrg_sim::locked_op call("xsi_ais_job_cancel_bkg", service_id, user_job_id, cert_id);
     if (call.forced()) return call.result();
+    if (jbrg_sim::login_account(cert_id) == nullptr) return XSI_AIS_JOB_LOGIN_ERROR;
     return cancel_job(service_id, user_job_id, cert_id, true);
 }
 
@@ -516,6 +533,15 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_box_job_prepare(unsigned int handler
     jobinfo* j = call.set();
     if (setting.box_job_type < XSI_AIS_BOX_JOB_PRINT || setting.box_job_type > XSI_AIS_BOX_JOB_STORE) {
         return XSI_AIS_JOB_PARAM_ERROR;
+    }
+    j->store_box = 0;
+    j->store_pass.clear();
+    if (setting.box_job_type == XSI_AIS_BOX_JOB_STORE) {
+        // A store names a user box its password opens; the document is stored when the job ends.
+        std::string pass = jbrg_sim::field_text(setting.box_pass, sizeof setting.box_pass);
+        if (jbrg_sim::boxsvc::check_user_box(setting.box_id, pass) != 0) return XSI_AIS_JOB_PARAM_ERROR;
+        j->store_box = setting.box_id;
+        j->store_pass = pass;
     }
     j->prepared = "box";
     return XSI_AIS_JOB_OK;

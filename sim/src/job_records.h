@@ -102,6 +102,9 @@ struct jobinfo {
     unsigned int next_address = 1;
     std::string prepared;
     std::size_t ocr_next = 0;      // the next OCR record this set reads
+    std::string user_name;         // the user of its certificate (generate_jobinfo_bkg); "" without one
+    dev_ulong store_box = 0;       // the box a store box job stores into (prepared with XSI_AIS_BOX_JOB_STORE)
+    std::string store_pass;        // and the password that opens it
 };
 
 struct service_rec {
@@ -119,6 +122,11 @@ struct user_job_rec {
     std::size_t scan_page = 0;
     std::size_t scan_offset = 0;
     bool scan_done = false;
+    // What it leaves behind when it ends normally (from its set, when kicked).
+    std::string user_name;
+    dev_ulong store_box = 0;
+    std::string store_pass;
+    std::string doc_name;          // the set's file name; "" for the device's own name
 };
 
 struct ocr_record {

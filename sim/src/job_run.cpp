@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "box_internal.h"
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/job.h"
 #include "jbrg_sim/jobinfo.h"
@@ -34,6 +35,7 @@ jbrg_sim::observer_list<xsi_ais_job_observer>& observers() {
 }
 
 constexpr dev_ulong kJobSender = 1;  // the job service, as message headers name it
+constexpr uint32_t kStoredPageBytes = 100 * 1024;  // what a page stored to a box takes
 
 // Hands one message to every registered observer; on the "job" thread.
 int32_t dispatch_all(int msg_id, std::vector<char>& data) {
@@ -95,6 +97,31 @@ XSI_AIS_JOB_STATE state_of(const user_job_rec& u, dev_ulong kind, dev_ulong resu
     return st;
 }
 
+// What a job that ends normally leaves behind: a store box job, a document in its box (if the box still
+// exists, its password still opens it and it has room; else nothing); a direct-print or stream-print job of
+// a logged-in user's set, a quick-copy document under that user's name. Under the device lock.
+void leave_documents(const user_job_rec& u) {
+    const jbrg_sim::job::user_job_info& i = u.info;
+    // Named after the set's file name ("doc" unless set) and the job, so that no two jobs' documents share one.
+    std::string name = (u.doc_name.empty() ? "doc" : u.doc_name) + std::to_string(i.user_job_id);
+    if (u.store_box != 0 && jbrg_sim::boxsvc::check_user_box(u.store_box, u.store_pass) == 0) {
+        jbrg_sim::box::document d;
+        d.name = name;
+        d.pages = i.pages_done;
+        d.data_size = i.pages_done * kStoredPageBytes;
+        jbrg_sim::boxsvc::store(u.store_box, d);
+    }
+    if (i.category == XSI_AIS_JOB_CATEGORY_DIRECT_PRINT && !u.user_name.empty()) {
+        jbrg_sim::box::retained_document d;
+        d.type = 0;  // quick copy
+        d.name = name;
+        d.user_name = u.user_name;
+        d.pages = i.pages_done;
+        d.data_size = static_cast<uint32_t>(i.stream.size());
+        jbrg_sim::boxsvc::retain(d);
+    }
+}
+
 // One step of a job run, decided under the device lock and reported without it.
 struct step {
     enum { none, start, page, scan_end, end } what = none;
@@ -138,6 +165,7 @@ step next_step(unsigned int user_job_id, unsigned long generation) {
     } else {
         i.ended = true;
         i.end_result = XSI_AIS_JOB_RESULT_COMPLETE;
+        leave_documents(u);
         st.what = step::end;
         st.receipt_id = s.next_receipt++;
         st.state = state_of(u, XSI_AIS_JOB_STATE_END, XSI_AIS_JOB_RESULT_COMPLETE, user);

@@ -15,8 +15,11 @@
 //     an unknown service id with XSI_AIS_JOB_ILLEGAL_SERVICE_ID; an unknown user job id with
 //     XSI_AIS_JOB_NOT_FOUND, and a cancelled one (for cancel, data and continuous reading) with
 //     XSI_AIS_JOB_CANCELED.
-//   - Certificate ids are taken as given: the service records them on the set (generate_jobinfo_bkg) and on
-//     the cancel (cancel, cancel_bkg) and does not check them against the logins.
+//   - The _bkg operations (generate_jobinfo_bkg, cancel_bkg) act for a login: a certificate id that names no
+//     current login is refused with XSI_AIS_JOB_LOGIN_ERROR and changes nothing. The service records the
+//     certificate on the set and on the cancel; the plain cancel's is taken as given.
+//   - A store box job leaves a document in its box when it ends normally, a direct-print or stream-print job
+//     of a set made for a login a quick-copy retained document (box_internal.h, docs/boxes.md).
 //   - Every call logs its parameters in order: numbers in decimal, texts as they are ("(null)" for a null
 //     pointer), records, vectors and out-parameters as pointers.
 //   - A forced result returns at once, leaving the device unchanged; out-values forced for the same call are

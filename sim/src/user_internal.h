@@ -43,6 +43,10 @@ const user_account* find_store_account(const std::string& login_name);
 // The local user whose IC card gives `card`, or null.
 const user_account* find_card_account(const std::string& card);
 
+// The account of the current login `cert_id` (a certificate id handed out by a login and not ended by a
+// logout), or null when it names none.
+const user_account* login_account(dev_ulong cert_id);
+
 // Copies `text` into a field of `capacity` bytes, cut to fit and always terminated.
 void copy_text(char* field, std::size_t capacity, const std::string& text);
 

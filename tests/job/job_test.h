@@ -5,14 +5,19 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "core/cjvm.h"
 #include "jbrg_sim/control.h"
 #include "tests/harness/bridge_test.h"
+#include "xsi_ais_auth.h"
 
 namespace jbrg_test {
 
 // The device every test of the job module starts with.
 inline constexpr const char* kJobScenario = R"({
+  "users": {"local": [ {"login_name": "operator", "password": "pw"} ]},
+  "auth": {"first_certificate": 66},
   "job": {
     "defaults": {"copies": 2, "file_name": "scan"},
     "disable_info": {"color_mode": 18, "file_format": 65535},
@@ -39,6 +44,15 @@ protected:
         bridge_test::SetUp();
         // As the library's start-up does: the byte-array answers are built in the caller's environment.
         orvane::CJvm::CreateJVM();
+    }
+
+    // Logs the scenario's user in, as an application does before it acts for them (the job service's _bkg
+    // operations take only a current login's certificate id): the certificate id, from 66 up.
+    static dev_ulong login() {
+        dev_ulong cert_id = 0;
+        EXPECT_EQ(XSI_AIS_AUTH_OK, xsi_ais_auth_facade::xsi_ais_auth_get_instance()->xsi_ais_auth_account_login(
+                                       "operator", "pw", XSI_AIS_AUTH_AUTHMODE_LOCAL, &cert_id));
+        return cert_id;
     }
 
     // The job service's calls, each with its out-pointer arguments (which differ per run) written "*".

@@ -26,6 +26,9 @@ TEST_F(job_module, bad_arguments_throw_without_reaching_the_device) {
 }
 
 TEST_F(job_module, a_send_job_runs_from_java_with_its_arguments_mapped) {
+    // The Java side acts for two logins: certificate ids 66 and 67.
+    ASSERT_EQ(66u, login());
+    ASSERT_EQ(67u, login());
     run_java("jbrg/test/job/JobModule", "sendJob");
     std::vector<std::string> calls = job_calls();
     // The certificate id's low 32 bits, between the category and the handler id.
@@ -34,14 +37,14 @@ TEST_F(job_module, a_send_job_runs_from_java_with_its_arguments_mapped) {
     EXPECT_THAT(calls, Contains("xsi_ais_job_set_value(1, 10, report)"));
     EXPECT_THAT(calls, Contains("xsi_ais_job_start(3, 1, *)"));
     EXPECT_THAT(calls, Contains("xsi_ais_job_kick(1001, *)"));
-    EXPECT_THAT(calls, Contains("xsi_ais_job_cancel_bkg(1001, 2001, 7)"));
+    EXPECT_THAT(calls, Contains("xsi_ais_job_cancel_bkg(1001, 2001, 67)"));
     EXPECT_THAT(calls, Contains("xsi_ais_job_get_service_id(7, *)"));
     EXPECT_THAT(calls, Not(Contains(StartsWith("xsi_ais_job_cancel(1001"))));
     auto job = jbrg_sim::job::user_job(2001);
     ASSERT_TRUE(job.has_value());
     EXPECT_TRUE(job->cancelled);
     EXPECT_EQ(66u, job->cert_id);
-    EXPECT_EQ(7u, job->cancel_cert_id);
+    EXPECT_EQ(67u, job->cancel_cert_id);
     EXPECT_THAT(jbrg_sim::job::jobinfos(), IsEmpty());
 }
 

@@ -136,7 +136,8 @@ TEST_F(job_proxy, function_type_and_signage_mode_are_mapped_and_a_bad_type_never
 
 TEST_F(job_proxy, settings_reach_the_platform_in_their_forms) {
     unsigned int handler = 0;
-    ASSERT_EQ(kOk, proxy.generate_jobinfo(XSI_AIS_JOB_CATEGORY_SEND, handler, 77));
+    dev_ulong cert = login();
+    ASSERT_EQ(kOk, proxy.generate_jobinfo(XSI_AIS_JOB_CATEGORY_SEND, handler, cert));
     EXPECT_EQ(kOk, proxy.set_value(handler, XSI_AIS_JOB_SETTING_COPIES, 4u));
     EXPECT_EQ(kOk, proxy.set_value(handler, XSI_AIS_JOB_SETTING_FILE_NAME, std::string("report")));
     EXPECT_EQ(kOk, proxy.set_value(handler, XSI_AIS_PHB_SETTING_ZOOM_XY, 50, 70, 1));
@@ -149,13 +150,13 @@ TEST_F(job_proxy, settings_reach_the_platform_in_their_forms) {
     EXPECT_EQ((std::vector<unsigned int>{50, 70, 1}), (std::vector<unsigned int>{v1, v2, v3}));
     EXPECT_EQ(2u, dflt) << "the scenario's device default";
     EXPECT_THAT(job_calls(),
-                ElementsAre("xsi_ais_job_generate_jobinfo_bkg(3, 77, *)", "xsi_ais_job_set_value(1, 1, 4)",
+                ElementsAre("xsi_ais_job_generate_jobinfo_bkg(3, " + std::to_string(cert) + ", *)", "xsi_ais_job_set_value(1, 1, 4)",
                             "xsi_ais_job_set_value(1, 10, report)", "xsi_ais_job_set_value(1, 2, 50, 70, 1)",
                             "xsi_ais_job_get_value(1, 1, *)", "xsi_ais_job_get_value(1, 10, *)",
                             "xsi_ais_job_get_value(1, 2, *, *, *)", "xsi_ais_job_get_default_jobinfo_val(1, *)"));
     // The certificate id is recorded on the set.
     ASSERT_THAT(jbrg_sim::job::jobinfos(), SizeIs(1));
-    EXPECT_EQ(77u, jbrg_sim::job::jobinfos()[0].cert_id);
+    EXPECT_EQ(cert, jbrg_sim::job::jobinfos()[0].cert_id);
 
     // A group of changes rolled back, then one kept.
     EXPECT_EQ(kOk, proxy.copy_jobinfo(handler));
@@ -241,10 +242,12 @@ TEST_F(job_proxy, jobs_are_created_started_listed_and_ended_through_their_servic
     EXPECT_FALSE(jbrg_sim::job::user_job(copy.user_job)->cancel_bkg);
 
     running fax = run(XSI_AIS_JOB_CATEGORY_SCAN);
-    EXPECT_EQ(kOk, proxy.cancel(fax.user_job, 42));
-    EXPECT_THAT(job_calls(), ElementsAre("xsi_ais_job_get_service_id(2003, *)", "xsi_ais_job_cancel_bkg(1003, 2003, 42)"));
+    dev_ulong cert = login();
+    EXPECT_EQ(kOk, proxy.cancel(fax.user_job, cert));
+    EXPECT_THAT(job_calls(), ElementsAre("xsi_ais_job_get_service_id(2003, *)",
+                                         "xsi_ais_job_cancel_bkg(1003, 2003, " + std::to_string(cert) + ")"));
     EXPECT_TRUE(jbrg_sim::job::user_job(fax.user_job)->cancel_bkg);
-    EXPECT_EQ(17, proxy.cancel(fax.user_job, 42)) << "already cancelled";
+    EXPECT_EQ(17, proxy.cancel(fax.user_job, cert)) << "already cancelled";
 }
 
 TEST_F(job_proxy, operations_on_a_user_job_whose_service_cannot_be_found_call_nothing_else) {

@@ -70,12 +70,15 @@ struct retained_document {
     int32_t pages_size = 1;
     uint32_t size_code = 8;
     int32_t color = 1;
-    int32_t date = 0;
+    uint32_t copies = 1;
+    int32_t date = 0;             // seconds since 1970; 0 when kept: the time of keeping
     uint32_t data_size = 0;
 };
+// In the order they were kept.
 std::vector<retained_document> retained_documents();
 
-// Keeps a print job as the device keeps one for retention; the new document id.
+// Keeps a print job as the device keeps one for retention; the new document id, or 0 for a type outside
+// XSI_PBFS_BOX_DOC_TYPE.
 uint32_t retain_document(const retained_document& doc);
 
 // Megabytes left for new user boxes.

@@ -109,7 +109,7 @@ public final class JobModule {
             equal(0, qsf_fnd_job_proxy_start(p, null, service[0], job), "start");
             equal(1001L, service[0], "service id");
             equal(2001L, job[0], "user job id");
-            equal(0, qsf_fnd_job_proxy_cancel__SWIG_1(p, null, job[0], 0x100000007L), "cancel with certificate");
+            equal(0, qsf_fnd_job_proxy_cancel__SWIG_1(p, null, job[0], 0x100000043L), "cancel with certificate");
             equal(15, qsf_fnd_job_proxy_cancel__SWIG_0(p, null, 7L), "cancel of an unknown job");
 
             equal(0, qsf_fnd_job_proxy_delete_jobinfo(p, null, h), "delete");
