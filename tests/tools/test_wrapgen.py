@@ -82,16 +82,16 @@ class Names(unittest.TestCase):
             record R { char t[9]; R inner[3]; unsigned long ids[2]; R one; }
             class C {
                 [[stated]] C();
-                [[stated]] int f(R& r, unsigned long n, int* OUTPUT);
-                [[stated]] int f(const char* s);
+                [[stated(0)]] int f(R& r, unsigned long n, int* OUTPUT);
+                [[stated(1)]] int f(const char* s);
                 static C* get();
                 R make();
             }
         ''', outputs=('stated', 'probe'))
         self.assertEqual(0, done.returncode, done.stderr)
-        # The overloaded f is exported as f__SWIG_0/1: its stated bare name is what the export check misses.
-        self.assertEqual(['Java_orvane_qsf_wrapper_p_mJNI_C_1f', 'Java_orvane_qsf_wrapper_p_mJNI_new_1C'],
-                         texts['stated'].split())
+        # A stated overload carries its number: the name Java links against is the numbered one.
+        self.assertEqual(['Java_orvane_qsf_wrapper_p_mJNI_C_1f_1_1SWIG_10', 'Java_orvane_qsf_wrapper_p_mJNI_C_1f_1_1SWIG_11',
+                          'Java_orvane_qsf_wrapper_p_mJNI_new_1C'], texts['stated'].split())
         rows = {line.split()[0]: line.split()[1:] for line in texts['probe'].splitlines()
                 if not line.startswith('#')}
         self.assertEqual(['void', 'self:R', 'owner', 'text:9'], rows['R_t_set'])
@@ -103,6 +103,15 @@ class Names(unittest.TestCase):
         self.assertEqual(['ref:C'], rows['C_get'])
         self.assertEqual(['new:C'], rows['new_C'])
         self.assertEqual(['void', 'dispose:C'], rows['delete_C'])
+
+
+    def test_a_stated_name_that_the_numbering_would_change_does_not_generate(self):
+        for members, said in (('[[stated]] int f(); int f(int x);', 'stated with no number but exported with __SWIG_0'),
+                              ('int f(int x); [[stated(0)]] int f();', 'stated with __SWIG_0 but exported with __SWIG_1'),
+                              ('[[stated(0)]] int f();', 'stated with __SWIG_0 but exported with no number')):
+            done, _ = generate('module m\npackage p\nclass C {\n' + members + '\n}\n', outputs=('stated',))
+            self.assertNotEqual(0, done.returncode)
+            self.assertIn('C_f is ' + said, done.stderr)
 
 
 class TypeMap(unittest.TestCase):

@@ -13,7 +13,7 @@ public class FaxBoxImpl {
         return boxid;
     }
 
-    public boolean isExists() {
+    public boolean exists() {
         return exists;
     }
 

@@ -14,7 +14,7 @@ public class UserBoxImpl {
         return boxid;
     }
 
-    public boolean isExists() {
+    public boolean exists() {
         return exists;
     }
 

@@ -133,7 +133,7 @@ public final class BoxModule {
         equal(OwnerType.NETWORK_USER, boxes.get(2).getInfo().getOwnerType(), "box 3");
         equal(Permission.NOT_SHARED, boxes.get(2).getInfo().getPermission(), "box 3 is not shared");
         for (UserBoxImpl b : boxes) {
-            that(b.getExists() && b.getBoxId() != 0 && b.getDetail() == null && b.getCertId() == 0,
+            that(b.exists() && b.getBoxId() != 0 && b.getDetail() == null && b.getCertId() == 0,
                     "a listed box exists, has an id and no details: " + b);
         }
         that(boxes.get(0).getBoxId() != boxes.get(1).getBoxId(), "ids differ");
@@ -252,11 +252,10 @@ public final class BoxModule {
         equal(3, numbered(1).getInfo().getDocumentCount(), "three left");
     }
 
-    /** Every document of box 1, however many; their count. */
-    public static int listAll(String password) {
+    /** Every document of a box without a password, however many; their count. */
+    public static int listAll(long box) {
         List<DocumentImpl> docs = new ArrayList<>();
-        int r = qsf_fnd_user_box_manager_qsf_fnd_get_document_list__SWIG_0(boxes(), null, numbered(1).getBoxId(),
-                password, docs);
+        int r = qsf_fnd_user_box_manager_qsf_fnd_get_document_list__SWIG_0(boxes(), null, box, "", docs);
         return r == 0 ? docs.size() : -r;
     }
 
