@@ -1,7 +1,12 @@
 package jbrg.demo;
 
 import java.util.ArrayList;
+import java.util.List;
+import orvane.qsf.box.UserBoxImpl;
+import orvane.qsf.box.document.DocumentImpl;
+import orvane.qsf.box.document.DocumentInfoImpl;
 import orvane.qsf.controller.event.proxy.EventLog;
+import orvane.qsf.wrapper.box.qsf_fnd_document_box_moduleJNI;
 import orvane.qsf.user.UserImpl;
 import orvane.qsf.wrapper.event.qsf_fnd_eventJNI;
 import orvane.qsf.wrapper.job.qsf_fnd_job_moduleJNI;
@@ -10,7 +15,8 @@ import orvane.qsf.wrapper.user.qsf_fnd_userJNI;
 
 /**
  * A Java application's typical request on the device: bring the bridge up, log a user in, build a job that
- * scans and sends by e-mail, create and start it, and log out. Run with JBRG_TRACE=1 to see the bridge's
+ * scans and sends by e-mail, create and start it, store a scan in a box of the user's and list the box, and log
+ * out. Run with JBRG_TRACE=1 to see the bridge's
  * trace lines on standard error.
  */
 public final class Demo {
@@ -22,6 +28,8 @@ public final class Demo {
     private static final int ADDRESS_MAIL = 3;
     private static final int MAIL_TO = 0;
     private static final int KIND_ALL = 0;
+    private static final int CATEGORY_BOX = 5;
+    private static final int BOX_JOB_STORE = 3;
 
     private Demo() {}
 
@@ -45,6 +53,7 @@ public final class Demo {
         times();
         users();
         scanToEmail();
+        scanToBox();
 
         qsf_fnd_eventJNI.qsf_fnd_event_manager_terminate(events, null);
         qsf_fnd_eventJNI.delete_qsf_fnd_event_manager(events);
@@ -170,6 +179,91 @@ public final class Demo {
             qsf_fnd_job_moduleJNI.delete_qsf_fnd_job_proxy(jobs);
             qsf_fnd_userJNI.delete_QSF_FND_CERTIFICATE_ID(cert);
             qsf_fnd_userJNI.delete_qsf_fnd_authentication(auth);
+        }
+    }
+
+    /** Alice makes herself a box, scans a document into it through a box job, and lists the box. */
+    @SuppressWarnings("unchecked")
+    private static void scanToBox() {
+        System.out.println();
+        System.out.println("scan to a box on behalf of alice:");
+        long auth = qsf_fnd_userJNI.new_qsf_fnd_authentication();
+        long cert = qsf_fnd_userJNI.new_QSF_FND_CERTIFICATE_ID();
+        long jobs = qsf_fnd_job_moduleJNI.new_qsf_fnd_job_proxy();
+        long boxes = qsf_fnd_document_box_moduleJNI.qsf_fnd_user_box_manager_qsf_fnd_get_instance();
+        long box = qsf_fnd_document_box_moduleJNI.new_QSF_FND_BOX_DETAIL_INFO();
+        long setting = qsf_fnd_job_moduleJNI.new_XSI_AIS_BOX_JOB_INIT_SETTING();
+        try {
+            check("login alice", qsf_fnd_userJNI.qsf_fnd_authentication_login__SWIG_0(auth, null, "alice", "wonder",
+                    AUTH_MODE_LOCAL, cert, null));
+            long certId = qsf_fnd_userJNI.QSF_FND_CERTIFICATE_ID_id_get(cert, null);
+            qsf_fnd_document_box_moduleJNI.QSF_FND_BOX_DETAIL_INFO_box_number_set(box, null, 1);
+            qsf_fnd_document_box_moduleJNI.QSF_FND_BOX_DETAIL_INFO_box_name_set(box, null, "Alice's scans");
+            qsf_fnd_document_box_moduleJNI.QSF_FND_BOX_DETAIL_INFO_box_owner_login_name_set(box, null, "alice");
+            qsf_fnd_document_box_moduleJNI.QSF_FND_BOX_DETAIL_INFO_box_owner_name_set(box, null, "Alice Archer");
+            qsf_fnd_document_box_moduleJNI.QSF_FND_BOX_DETAIL_INFO_box_capacity_set(box, null, 100);
+            qsf_fnd_document_box_moduleJNI.QSF_FND_BOX_DETAIL_INFO_box_pw_set(box, null, "1234");
+            check("add_box 1 (with certificate)",
+                    qsf_fnd_document_box_moduleJNI.qsf_fnd_user_box_manager_qsf_fnd_add_box__SWIG_1(boxes, null, box,
+                            null, certId));
+            List<UserBoxImpl> mine = (List<UserBoxImpl>) qsf_fnd_document_box_moduleJNI
+                    .qsf_fnd_user_box_manager_qsf_fnd_get_user_box_list__SWIG_1(boxes, null, certId);
+            UserBoxImpl made = mine.get(0);
+            System.out.printf("    box id %d: number %d, \"%s\", owner %s (%s), %s%n", made.getBoxId(),
+                    made.getInfo().getBoxNumber(), made.getInfo().getBoxName(), made.getInfo().getOwnerLoginName(),
+                    made.getInfo().getOwnerType(), made.getInfo().getPermission());
+
+            long[] handler = {0};
+            check("generate_jobinfo (box, with certificate)",
+                    qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_generate_jobinfo__SWIG_0(jobs, null, CATEGORY_BOX,
+                            handler, certId));
+            qsf_fnd_job_moduleJNI.XSI_AIS_BOX_JOB_INIT_SETTING_box_job_type_set(setting, null, BOX_JOB_STORE);
+            qsf_fnd_job_moduleJNI.XSI_AIS_BOX_JOB_INIT_SETTING_box_id_set(setting, null, made.getBoxId());
+            qsf_fnd_job_moduleJNI.XSI_AIS_BOX_JOB_INIT_SETTING_box_pass_set(setting, null, "1234");
+            check("box_job_prepare (store)",
+                    qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_box_job_prepare(jobs, null, handler[0], setting, null));
+            long[] service = {0};
+            check("create_job", qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_create_job(jobs, null, CATEGORY_BOX,
+                    handler[0], service));
+            long[] userJob = {0};
+            check("start", qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_start(jobs, null, service[0], userJob));
+            System.out.printf("    user job id %d, scanning into the box%n", userJob[0]);
+
+            // The document is in the box once the job has ended.
+            List<DocumentImpl> docs = new ArrayList<>();
+            long end = System.currentTimeMillis() + 5000;
+            int listed = 0;
+            while (listed == 0 && docs.isEmpty() && System.currentTimeMillis() < end) {
+                sleep(20);
+                listed = qsf_fnd_document_box_moduleJNI.qsf_fnd_user_box_manager_qsf_fnd_get_document_list__SWIG_1(
+                        boxes, null, made.getBoxId(), "1234", docs, certId);
+            }
+            check("get_document_list", listed);
+            System.out.println("    documents in the box:");
+            for (DocumentImpl doc : docs) {
+                DocumentInfoImpl info = doc.getInfo();
+                System.out.printf("      %d \"%s\": %d pages, %s, %s, %s, %d bytes%n", doc.getDocumentId(),
+                        info.getDocumentName(), info.getPageCount(), info.getResolution(), info.getStoringSize(),
+                        info.getColor(), info.getDataSize());
+            }
+            check("logout", qsf_fnd_userJNI.qsf_fnd_authentication_logout(auth, null, certId));
+            System.out.printf("  the box's documents with the ended certificate: result %d (login error)%n",
+                    qsf_fnd_document_box_moduleJNI.qsf_fnd_user_box_manager_qsf_fnd_get_document_list__SWIG_1(boxes,
+                            null, made.getBoxId(), "1234", new ArrayList<DocumentImpl>(), certId));
+        } finally {
+            qsf_fnd_job_moduleJNI.delete_XSI_AIS_BOX_JOB_INIT_SETTING(setting);
+            qsf_fnd_document_box_moduleJNI.delete_QSF_FND_BOX_DETAIL_INFO(box);
+            qsf_fnd_job_moduleJNI.delete_qsf_fnd_job_proxy(jobs);
+            qsf_fnd_userJNI.delete_QSF_FND_CERTIFICATE_ID(cert);
+            qsf_fnd_userJNI.delete_qsf_fnd_authentication(auth);
+        }
+    }
+
+    private static void sleep(long millis) {
+        try {
+            Thread.sleep(millis);
+        } catch (InterruptedException e) {
+            Thread.currentThread().interrupt();
         }
     }
 }
