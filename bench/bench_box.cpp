@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "box/qsf_fnd_user_box_manager.h"
+#include "bench/bench_ratio.h"
 #include "core/cjvm.h"
 #include "emw_services.h"
 #include "jbrg_sim/box.h"
@@ -131,14 +132,6 @@ void document_listing_bridge(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * kDocuments);
 }
 
-class ratio_reporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) times[run.benchmark_name()] = run.GetAdjustedRealTime();
-    }
-    std::map<std::string, double> times;
-};
 
 }  // namespace
 
@@ -171,7 +164,7 @@ int main(int argc, char** argv) {
         records.push_back(r);
     }
     benchmark::Initialize(&argc, argv);
-    ratio_reporter reporter;
+    jbrg_bench::ratio_reporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     auto base = reporter.times.find("document_listing_baseline");
     auto bridge = reporter.times.find("document_listing_bridge");

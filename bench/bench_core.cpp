@@ -13,6 +13,7 @@
 #include <map>
 #include <string>
 
+#include "bench/bench_ratio.h"
 #include "core/cjvm.h"
 #include "core/jni_cache.h"
 #include "core/trace.h"
@@ -75,15 +76,6 @@ void export_call(benchmark::State& state, const char* method) {
 void export_call_baseline(benchmark::State& state) { export_call(state, "plainCalls"); }
 void export_call_bridge(benchmark::State& state) { export_call(state, "nativeCalls"); }
 
-// Keeps each benchmark's time per iteration, to print the ratios at the end.
-class ratio_reporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) times[run.benchmark_name()] = run.GetAdjustedRealTime();
-    }
-    std::map<std::string, double> times;
-};
 
 }  // namespace
 
@@ -108,7 +100,7 @@ int main(int argc, char** argv) {
         }
     }
     benchmark::Initialize(&argc, argv);
-    ratio_reporter reporter;
+    jbrg_bench::ratio_reporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     std::printf("\nratio to the baseline of the same run (lower is faster):\n");
     for (const char* name : {"object_creation", "trace_line", "export_call"}) {

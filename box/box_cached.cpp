@@ -63,16 +63,17 @@ jobject cached_date(JNIEnv* env, dev_time seconds, const trace_site& site) {
     return make_date(env, ids, seconds, site);
 }
 
+JNIEnv* cached_describer::env() const { return env_ != nullptr ? env_ : CJvm::GetJNIEnv(); }
+
 JNIEnv* cached_describer::target(jobject object, jni::field_id& field, const trace_site& site) const {
     if (object == nullptr || !field.ensure(site)) return nullptr;
-    JNIEnv* env = env_ != nullptr ? env_ : CJvm::GetJNIEnv();
+    JNIEnv* env = this->env();
     if (env == nullptr || !env->IsInstanceOf(object, field.owner().get())) return nullptr;
     return env;
 }
 
 jobject cached_describer::create(jni::method_id& ctor, const trace_site& site) {
-    JNIEnv* env = env_ != nullptr ? env_ : CJvm::GetJNIEnv();
-    return jni::create_object(env, site, ctor);
+    return jni::create_object(env(), site, ctor);
 }
 
 bool cached_describer::set_long(jobject object, jni::field_id& field, dev_ulong value, const trace_site& site) {

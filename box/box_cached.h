@@ -64,6 +64,8 @@ protected:
     bool set_date(jobject object, jni::field_id& field, dev_time seconds, const trace_site& site);
 
 private:
+    // The manager's environment, or the calling thread's.
+    JNIEnv* env() const;
     // The environment when `object` may be given `field`, else null.
     JNIEnv* target(jobject object, jni::field_id& field, const trace_site& site) const;
 

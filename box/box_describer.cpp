@@ -17,6 +17,12 @@ bool failed(JNIEnv* env, const trace_site& site, const char* what) {
     return true;
 }
 
+JNIEnv* caller_env(const trace_site& site) {
+    JNIEnv* env = CJvm::GetJNIEnv();
+    if (env == nullptr) trace_at(site, "GetJNIEnv() failed.");
+    return env;
+}
+
 describer::describer(const char* class_path, const field_spec* fields, std::size_t count) : java_made_(true) {
     JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return;

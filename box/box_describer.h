@@ -125,6 +125,9 @@ jobject make_date(JNIEnv* env, const calendar_ids& ids, dev_time seconds, const 
 // Traces and clears a pending Java exception left by `what`; true when there was one.
 bool failed(JNIEnv* env, const trace_site& site, const char* what);
 
+// The calling thread's environment; its absence traced "GetJNIEnv() failed." at `site`.
+JNIEnv* caller_env(const trace_site& site);
+
 // java.util.ArrayList and its add method, looked up per listing: the lists the listings fill.
 struct java_list {
     java_list(JNIEnv* env, const trace_site& site) : type(env, env->FindClass("java/util/ArrayList")) {
@@ -132,9 +135,13 @@ struct java_list {
         add = env->GetMethodID(type.get(), "add", "(Ljava/lang/Object;)Z");
         if (failed(env, site, "GetMethodID")) add = nullptr;
     }
-    // True when `list` is an ArrayList this can add to.
-    bool holds(JNIEnv* env, jobject list) const {
-        return add != nullptr && list != nullptr && env->IsInstanceOf(list, type.get());
+    // True when `list` is an ArrayList this can add to; otherwise traced "list is not an ArrayList." at
+    // `site`. add() is called on whatever the caller gave, so anything else is refused before the service is
+    // asked.
+    bool holds(JNIEnv* env, jobject list, const trace_site& site) const {
+        if (add != nullptr && list != nullptr && env->IsInstanceOf(list, type.get())) return true;
+        trace_at(site, "list is not an ArrayList.");
+        return false;
     }
     bool append(JNIEnv* env, jobject list, jobject item, const trace_site& site) const {
         env->CallBooleanMethod(list, add, item);

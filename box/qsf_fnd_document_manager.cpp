@@ -74,16 +74,10 @@ int qsf_fnd_document_manager::qsf_fnd_delete_document(const std::string& path) {
 
 int qsf_fnd_document_manager::qsf_fnd_get_easy_box_list(const std::string& path, jobject list) {
     JBRG_TRACE("[Enter] path = [%s]", path.c_str());
-    JNIEnv* env = CJvm::GetJNIEnv();
-    if (env == nullptr) {
-        JBRG_TRACE("GetJNIEnv() failed.");
-        return box::kBoxFailed;
-    }
+    JNIEnv* env = box::caller_env(JBRG_TRACE_SITE);
+    if (env == nullptr) return box::kBoxFailed;
     const box::java_list lists(env, JBRG_TRACE_SITE);
-    if (!lists.holds(env, list)) {
-        JBRG_TRACE("list is not an ArrayList.");
-        return box::kBoxFailed;
-    }
+    if (!lists.holds(env, list, JBRG_TRACE_SITE)) return box::kBoxFailed;
     unsigned int handle = 0;
     unsigned int total_num = 0;
     PLAT_RESULT result = box::facade().xsi_pbfs_box_get_easy_box_info_prepare(path.c_str(), 1, handle, total_num);

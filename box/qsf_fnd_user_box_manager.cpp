@@ -128,11 +128,8 @@ jobject qsf_fnd_user_box_manager::qsf_fnd_get_user_box_list(dev_ulong cert_id) {
 
 jobject qsf_fnd_user_box_manager::qsf_fnd_get_user_box_list(certificate cert) {
     JBRG_TRACE("[Enter]");
-    JNIEnv* env = CJvm::GetJNIEnv();
-    if (env == nullptr) {
-        JBRG_TRACE("GetJNIEnv() failed.");
-        return nullptr;
-    }
+    JNIEnv* env = box::caller_env(JBRG_TRACE_SITE);
+    if (env == nullptr) return nullptr;
     const box::java_list lists(env, JBRG_TRACE_SITE);
     if (lists.add == nullptr) return nullptr;
     jmethodID make = env->GetMethodID(lists.type.get(), "<init>", "()V");
@@ -174,11 +171,8 @@ int qsf_fnd_user_box_manager::qsf_fnd_get_user_box_detail_info(dev_ulong box_id,
 int qsf_fnd_user_box_manager::qsf_fnd_get_user_box_detail_info(dev_ulong box_id, const std::string& passwd,
                                                                jobject detail, certificate cert) {
     JBRG_TRACE("[Enter]");
-    JNIEnv* env = CJvm::GetJNIEnv();
-    if (env == nullptr) {
-        JBRG_TRACE("GetJNIEnv() failed.");
-        return box::kBoxFailed;
-    }
+    JNIEnv* env = box::caller_env(JBRG_TRACE_SITE);
+    if (env == nullptr) return box::kBoxFailed;
     qsf_fnd_user_box_detail_info describe(env);
     if (!describe.describes(detail)) {
         JBRG_TRACE("detail is not a UserBoxDetailInfoImpl.");
@@ -325,17 +319,10 @@ int qsf_fnd_user_box_manager::qsf_fnd_get_document_list(dev_ulong box_id, const 
     } else {
         JBRG_TRACE("[Enter]. box_id=(%lu), passwd=(%s)", dev_lx(box_id), passwd.c_str());
     }
-    JNIEnv* env = CJvm::GetJNIEnv();
-    if (env == nullptr) {
-        JBRG_TRACE("GetJNIEnv() failed.");
-        return box::kBoxFailed;
-    }
-    // add() is called on whatever the caller gave: anything but an ArrayList is refused before the service.
+    JNIEnv* env = box::caller_env(JBRG_TRACE_SITE);
+    if (env == nullptr) return box::kBoxFailed;
     const box::java_list lists(env, JBRG_TRACE_SITE);
-    if (!lists.holds(env, list)) {
-        JBRG_TRACE("list is not an ArrayList.");
-        return box::kBoxFailed;
-    }
+    if (!lists.holds(env, list, JBRG_TRACE_SITE)) return box::kBoxFailed;
     unsigned int handle = 0;
     unsigned int total_num = 0;
     PLAT_RESULT result;
