@@ -4,16 +4,14 @@
 //
 // Two kinds of describer:
 // - `describer` (user boxes, box documents, removable-memory files) looks up its Java class and every field
-//   when it is made, and keeps them for its own life: one lookup per instance, nothing shared between
-//   instances. A manager makes one per entry of a listing, with the environment it already holds; Java makes
-//   one through the module's new_... and may use it in later calls and on other threads, so such a describer
-//   holds its class as a global reference and takes the calling thread's environment at each operation.
+//   when it is made (core/jni_describer.h). A manager makes one per entry of a listing, with the environment it
+//   already holds; Java makes one through the module's new_... .
 // - The fax box and job document describers use the process-wide identifier cache (core/jni_cache.h).
 //
 // Either kind sets nothing, and answers false, when it is handed an object it cannot describe: a null object,
 // one of another class, a value of the wrong class for an object field, or when its class or field could not
-// be found (the lookup is traced "Detected exception : ..." and its Java error cleared). So no caller can
-// make a describer call the VM with a field of another class, which would end the VM.
+// be found. So no caller can make a describer call the VM with a field of another class, which would end the
+// VM.
 #ifndef JBRG_BOX_BOX_DESCRIBER_H
 #define JBRG_BOX_BOX_DESCRIBER_H
 
@@ -23,43 +21,21 @@
 #include <cstdint>
 
 #include "box/box_enums.h"
+#include "core/jni_describer.h"
 #include "core/jni_scoped.h"
 #include "core/trace.h"
 #include "plat_types.h"
 
 namespace orvane::box {
 
-struct field_spec {
-    const char* name;
-    const char* signature;
-};
+using jni::failed;
+using jni::field_spec;
 
-class describer {
-public:
-    describer(const describer&) = delete;
-    describer& operator=(const describer&) = delete;
-    ~describer();
-
-    // True when `object` is an object of the describer's class (a caller's object to be filled in place).
-    bool describes(jobject object) const;
-
+// A describer of the box module (core/jni_describer.h), which also sets enumeration constants and dates.
+class describer : public jni::describer {
 protected:
-    // Made by Java: the calling thread's environment (none leaves the describer empty), the class held
-    // globally.
-    describer(const char* class_path, const field_spec* fields, std::size_t count);
-    // Made by a manager for one entry, through the environment it holds: the class is a local reference of
-    // the manager's call, deleted with the describer.
-    describer(JNIEnv* env, const char* class_path, const field_spec* fields, std::size_t count);
+    using jni::describer::describer;
 
-    // A new object of the class (a local reference), or null.
-    jobject create(const trace_site& site);
-
-    // Each sets field number `field` (an index into the describer's field_spec table) of `object`.
-    bool set_long(jobject object, std::size_t field, dev_ulong value);  // zero-extended
-    bool set_int(jobject object, std::size_t field, int32_t value);
-    bool set_bool(jobject object, std::size_t field, bool value);
-    bool set_text(jobject object, std::size_t field, const char* text);  // null text: null string
-    bool set_object(jobject object, std::size_t field, jobject value);
     // The constant named `constant` of the enumeration class `enum_class`; a null name stores null.
     bool set_constant(jobject object, std::size_t field, const char* enum_class, const char* constant,
                       const trace_site& site);
@@ -69,21 +45,6 @@ protected:
     }
     // A java/util/Date of the device time `seconds` (see make_date).
     bool set_date(jobject object, std::size_t field, dev_time seconds, const trace_site& site);
-
-private:
-    static constexpr std::size_t kMaxFields = 12;
-
-    void look_up(JNIEnv* env, const char* class_path, const field_spec* fields, std::size_t count);
-    // The environment of this call, or null when the describer is empty.
-    JNIEnv* env() const;
-    // The environment when `object` may be described here, else null.
-    JNIEnv* target(jobject object) const;
-
-    bool java_made_;
-    JNIEnv* env_ = nullptr;              // a manager's describer: its environment
-    jclass class_ = nullptr;             // null: an empty describer
-    const field_spec* fields_ = nullptr;
-    jfieldID ids_[kMaxFields] = {};
 };
 
 // The text of a fixed-width field of a platform record, terminated: a field the platform filled to its last
@@ -121,9 +82,6 @@ struct calendar_ids {
 // them, and so do these. Null when the time cannot be broken down or a call fails (traced at `site`, its
 // Java error cleared).
 jobject make_date(JNIEnv* env, const calendar_ids& ids, dev_time seconds, const trace_site& site);
-
-// Traces and clears a pending Java exception left by `what`; true when there was one.
-bool failed(JNIEnv* env, const trace_site& site, const char* what);
 
 // The calling thread's environment; its absence traced "GetJNIEnv() failed." at `site`.
 JNIEnv* caller_env(const trace_site& site);
