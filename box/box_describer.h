@@ -21,6 +21,7 @@
 #include <cstdint>
 
 #include "box/box_enums.h"
+#include "core/field_text.h"
 #include "core/jni_describer.h"
 #include "core/jni_scoped.h"
 #include "core/trace.h"
@@ -47,26 +48,7 @@ protected:
     bool set_date(jobject object, std::size_t field, dev_time seconds, const trace_site& site);
 };
 
-// The text of a fixed-width field of a platform record, terminated: a field the platform filled to its last
-// byte is read no further than its end.
-template <std::size_t N>
-class field_text {
-public:
-    explicit field_text(const char (&field)[N]) {
-        std::size_t i = 0;
-        for (; i < N && field[i] != '\0'; ++i) text_[i] = field[i];
-        text_[i] = '\0';
-    }
-    char* get() { return text_; }
-    std::size_t length() const {
-        std::size_t i = 0;
-        while (text_[i] != '\0') ++i;
-        return i;
-    }
-
-private:
-    char text_[N + 1];
-};
+using orvane::field_text;
 
 // The Java classes and methods a date is made with (see make_date).
 struct calendar_ids {

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstddef>
 
+#include "core/platform_buffer.h"
 #include "core/trace.h"
 #include "emw_services.h"
 #include "osw_sync.h"
@@ -29,26 +30,9 @@ T* guarded_instance(std::atomic<T*>& slot) {
 
 inline xsi_pbfs_box_facade& facade() { return *xsi_pbfs_box_facade::xsi_pbfs_box_get_instance(); }
 
-// Room for `count` entries of a listing, from the platform's memory partition, given back at the end of the
-// scope. The same buffer serves every get of the listing, so a listing holds one chunk whatever its length.
-template <class Entry>
-class platform_buffer {
-public:
-    explicit platform_buffer(std::size_t count)
-        : entries_(static_cast<Entry*>(emwOSWSubAllocMem(static_cast<dev_ulong>(count * sizeof(Entry))))) {}
-    ~platform_buffer() {
-        if (entries_ != nullptr) emwOSWOrgFreeMemPart(0, entries_);
-    }
-    platform_buffer(const platform_buffer&) = delete;
-    platform_buffer& operator=(const platform_buffer&) = delete;
-
-    explicit operator bool() const { return entries_ != nullptr; }
-    Entry* get() const { return entries_; }
-    Entry& operator[](std::size_t i) const { return entries_[i]; }
-
-private:
-    Entry* entries_;
-};
+// Room for the entries of a listing. The same buffer serves every get of the listing, so a listing holds one
+// chunk whatever its length.
+using orvane::platform_buffer;
 
 // A listing the box service opened: finished at the end of the scope, on every path out. Declared before the
 // listing's buffer, so that the buffer is given back first. A failing finish is traced "result(%d)" at

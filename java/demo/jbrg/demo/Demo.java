@@ -2,10 +2,13 @@ package jbrg.demo;
 
 import java.util.ArrayList;
 import java.util.List;
+import orvane.address.SearchKey;
+import orvane.qsf.address.PersonalAddressImpl;
 import orvane.qsf.box.UserBoxImpl;
 import orvane.qsf.box.document.DocumentImpl;
 import orvane.qsf.box.document.DocumentInfoImpl;
 import orvane.qsf.controller.event.proxy.EventLog;
+import orvane.qsf.wrapper.address.cmt_address_book_moduleJNI;
 import orvane.qsf.wrapper.box.qsf_fnd_document_box_moduleJNI;
 import orvane.qsf.user.UserImpl;
 import orvane.qsf.wrapper.event.qsf_fnd_eventJNI;
@@ -15,8 +18,8 @@ import orvane.qsf.wrapper.user.qsf_fnd_userJNI;
 
 /**
  * A Java application's typical request on the device: bring the bridge up, log a user in, build a job that
- * scans and sends by e-mail, create and start it, store a scan in a box of the user's and list the box, and log
- * out. Run with JBRG_TRACE=1 to see the bridge's
+ * scans and sends by e-mail to an address it finds in the address book, create and start it, store a scan in
+ * a box of the user's and list the box, and log out. Run with JBRG_TRACE=1 to see the bridge's
  * trace lines on standard error.
  */
 public final class Demo {
@@ -144,9 +147,10 @@ public final class Demo {
             long detail = qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_detail_get(info, null);
             long mail = qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_DETAIL_mail_info_get(detail, null);
             qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_MAIL_address_type_set(mail, null, MAIL_TO);
-            qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_MAIL_mail_address_set(mail, null, "alice@example.com");
+            String to = mailAddressOf("Alice");
+            qsf_fnd_job_moduleJNI.XSI_AIS_JOB_SEND_INFO_MAIL_mail_address_set(mail, null, to);
             long[] address = {0};
-            check("add_send_address alice@example.com",
+            check("add_send_address " + to,
                     qsf_fnd_job_moduleJNI.qsf_fnd_job_proxy_add_send_address(jobs, null, handler[0], address, info,
                             null));
             System.out.printf("    address id %d%n", address[0]);
@@ -264,6 +268,23 @@ public final class Demo {
             Thread.sleep(millis);
         } catch (InterruptedException e) {
             Thread.currentThread().interrupt();
+        }
+    }
+
+    /** The e-mail address of the first personal address whose name starts with `name`, from the address book. */
+    private static String mailAddressOf(String name) {
+        long book = cmt_address_book_moduleJNI.new_cmt_address_book();
+        try {
+            PersonalAddressImpl[] found = (PersonalAddressImpl[]) cmt_address_book_moduleJNI
+                    .cmt_address_book_search_address(book, null, 1, new SearchKey(name));
+            if (found == null || found.length == 0 || found[0].getEmail() == null) {
+                throw new IllegalStateException("no e-mail address for " + name + " in the address book");
+            }
+            System.out.printf("    address book: \"%s\" (number %d) has the e-mail address %s%n",
+                    found[0].getName().getName(), found[0].getNumber(), found[0].getEmail().getMailAddress());
+            return found[0].getEmail().getMailAddress();
+        } finally {
+            cmt_address_book_moduleJNI.delete_cmt_address_book(book);
         }
     }
 }

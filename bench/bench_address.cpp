@@ -1,0 +1,126 @@
+// The cost per listed entry of the address book's personal address listing, against a baseline in the same
+// run:
+//
+//   personal_listing_baseline  the bare JNI work of building the same Java objects for each address (its name
+//                              and e-mail destination), with the lookups the describers make once per query,
+//                              into an object array
+//   personal_listing_bridge    cmt_address_book::get_all_personal_address of a book of the same addresses on
+//                              the simulated device: the platform's listing, 20 records a get, the trace lines,
+//                              the describers
+//
+// Both read 10,000 addresses an iteration; the program prints the ratio of the bridge to the baseline.
+#include <benchmark/benchmark.h>
+#include <jni.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "address/cmt_address_book.h"
+#include "bench/bench_ratio.h"
+#include "core/cjvm.h"
+#include "jbrg_sim/address_book.h"
+#include "jbrg_sim/control.h"
+#include "tests/harness/jvm_boot.h"
+#include "xsi_pbfs_address_book.h"
+
+namespace {
+
+constexpr int kAddresses = 10000;
+
+JNIEnv* env = nullptr;
+std::vector<XSI_PBFS_ADDRESSBOOK_PERSONAL_ADDRESS> records;
+
+void set_text(jobject o, jfieldID f, const char* text) {
+    jstring s = env->NewStringUTF(text);
+    env->SetObjectField(o, f, s);
+    env->DeleteLocalRef(s);
+}
+
+void personal_listing_baseline(benchmark::State& state) {
+    for (auto _ : state) {
+        jclass pc = env->FindClass("orvane/qsf/address/PersonalAddressImpl");
+        jmethodID pinit = env->GetMethodID(pc, "<init>", "()V");
+        jfieldID pname = env->GetFieldID(pc, "name", "Lorvane/qsf/address/attribute/NameInfoImpl;");
+        jfieldID pemail = env->GetFieldID(pc, "email", "Lorvane/qsf/address/attribute/EmailInfoImpl;");
+        jfieldID pnumber = env->GetFieldID(pc, "number", "I");
+        jclass nc = env->FindClass("orvane/qsf/address/attribute/NameInfoImpl");
+        jmethodID ninit = env->GetMethodID(nc, "<init>", "()V");
+        jfieldID nname = env->GetFieldID(nc, "name", "Ljava/lang/String;");
+        jfieldID npron = env->GetFieldID(nc, "pronunciation", "Ljava/lang/String;");
+        jclass ec = env->FindClass("orvane/qsf/address/attribute/EmailInfoImpl");
+        jmethodID einit = env->GetMethodID(ec, "<init>", "()V");
+        jfieldID eaddress = env->GetFieldID(ec, "mailAddress", "Ljava/lang/String;");
+        jobjectArray array = env->NewObjectArray(static_cast<jsize>(records.size()), pc, nullptr);
+        jsize index = 0;
+        for (const auto& r : records) {
+            jobject a = env->NewObject(pc, pinit);
+            jobject n = env->NewObject(nc, ninit);
+            set_text(n, nname, r.name);
+            set_text(n, npron, r.pronunciation);
+            env->SetObjectField(a, pname, n);
+            env->SetIntField(a, pnumber, static_cast<jint>(r.number));
+            jobject e = env->NewObject(ec, einit);
+            set_text(e, eaddress, r.email.mail_address);
+            env->SetObjectField(a, pemail, e);
+            env->SetObjectArrayElement(array, index++, a);
+            env->DeleteLocalRef(e);
+            env->DeleteLocalRef(n);
+            env->DeleteLocalRef(a);
+        }
+        env->DeleteLocalRef(array);
+        env->DeleteLocalRef(pc);
+        env->DeleteLocalRef(nc);
+        env->DeleteLocalRef(ec);
+    }
+    state.SetItemsProcessed(state.iterations() * kAddresses);
+}
+
+void personal_listing_bridge(benchmark::State& state) {
+    orvane::cmt_address_book book;
+    for (auto _ : state) {
+        jobjectArray array = book.get_all_personal_address();
+        if (array == nullptr) state.SkipWithError("listing failed");
+        env->DeleteLocalRef(array);
+        // The simulated device keeps every call and trace line for the tests; a device keeps neither.
+        state.PauseTiming();
+        jbrg_sim::clear_traces();
+        jbrg_sim::clear_calls();
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * kAddresses);
+}
+
+}  // namespace
+
+BENCHMARK(personal_listing_baseline)->Unit(benchmark::kMillisecond);
+BENCHMARK(personal_listing_bridge)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv) {
+    JavaVM* vm = jbrg_test::boot_jvm(&env, false);
+    orvane::CJvm::CreateJVM();
+    // A book of 10,000 addresses with an e-mail destination each, and the same records for the baseline.
+    for (int i = 0; i < kAddresses; ++i) {
+        XSI_PBFS_ADDRESSBOOK_PERSONAL_ADDRESS r{};
+        std::snprintf(r.name, sizeof r.name, "Person %05d", i);
+        std::snprintf(r.pronunciation, sizeof r.pronunciation, "person %05d", i);
+        std::snprintf(r.email.mail_address, sizeof r.email.mail_address, "person%05d@example.com", i);
+        r.destinations = XSI_PBFS_ADDRESSBOOK_DEST_EMAIL;
+        r.number = jbrg_sim::address_book::add_personal(r);
+        records.push_back(r);
+    }
+    benchmark::Initialize(&argc, argv);
+    jbrg_bench::ratio_reporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    auto base = reporter.times.find("personal_listing_baseline");
+    auto bridge = reporter.times.find("personal_listing_bridge");
+    if (base != reporter.times.end() && bridge != reporter.times.end() && base->second > 0) {
+        std::printf("\nratio to the baseline of the same run (lower is faster; goal: at most 1.20):\n");
+        std::printf("  %-18s %6.2f  (%.2f us an address)\n", "personal_listing", bridge->second / base->second,
+                    bridge->second * 1000.0 / kAddresses);
+    }
+    benchmark::Shutdown();
+    vm->DestroyJavaVM();
+    return 0;
+}
