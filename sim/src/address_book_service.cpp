@@ -192,10 +192,10 @@ int8_t small(const jbrg_sim::scenario_part& part, const json& object, const char
     return static_cast<int8_t>(part.integer_at(object, key, 0, 0, 127, where));
 }
 
-personal_rec read_personal(const jbrg_sim::scenario_part& part, const json& entry, const std::string& where) {
+// Into a record zeroed by its maker, padding included, since a get hands the record back byte for byte.
+void read_personal(const jbrg_sim::scenario_part& part, const json& entry, personal_rec& r, const std::string& where) {
     part.only_keys(entry, {"number", "name", "pronunciation", "email", "ftp", "smb", "fax", "ifax"}, where);
     if (!entry.contains("number")) part.fail(where + " has no number");
-    personal_rec r{};
     r.number = static_cast<uint32_t>(part.integer_at(entry, "number", 0, 1, UINT32_MAX, where));
     part.text_into(entry, "name", r.name, where);
     part.text_into(entry, "pronunciation", r.pronunciation, where);
@@ -247,7 +247,6 @@ personal_rec read_personal(const jbrg_sim::scenario_part& part, const json& entr
         r.ifax.file_type = small(part, ifax, "file_type", at);
         r.ifax.via_server = small(part, ifax, "via_server", at);
     }
-    return r;
 }
 
 personal_ptr generated_personal(uint32_t number) {
@@ -268,7 +267,8 @@ layout parse(const json& scenario) {
     std::map<uint32_t, personal_ptr> personal;
     for (const json& entry : part.list_at("personal")) {
         const std::string where = "personal " + std::to_string(personal.size() + 1);
-        auto r = std::make_shared<const personal_rec>(read_personal(part, entry, where));
+        auto r = std::make_shared<personal_rec>();
+        read_personal(part, entry, *r, where);
         if (!personal.emplace(r->number, r).second) part.fail(where + " has the number of another");
     }
     // Many addresses without many lines: "person<n>" with an e-mail destination, numbered after the listed ones.
@@ -453,7 +453,7 @@ const void* ptr(const void* p) { return p; }
 
 // ---- Records ---------------------------------------------------------------------------------------------
 
-void fill(personal_rec& r, const personal_ptr& p) { r = *p; }
+void fill(personal_rec& r, const personal_ptr& p) { std::memcpy(&r, p.get(), sizeof r); }
 
 void fill(group_rec& r, const group_ptr& g) { r = *g; }
 
