@@ -16,6 +16,7 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -191,11 +192,11 @@ int8_t small(const jbrg_sim::scenario_part& part, const json& object, const char
     return static_cast<int8_t>(part.integer_at(object, key, 0, 0, 127, where));
 }
 
-personal_rec read_personal(const jbrg_sim::scenario_part& part, const json& entry, uint32_t number,
-                           const std::string& where) {
+// Into a record zeroed by its maker, padding included, since a get hands the record back byte for byte.
+void read_personal(const jbrg_sim::scenario_part& part, const json& entry, personal_rec& r, const std::string& where) {
     part.only_keys(entry, {"number", "name", "pronunciation", "email", "ftp", "smb", "fax", "ifax"}, where);
-    personal_rec r{};
-    r.number = number;
+    if (!entry.contains("number")) part.fail(where + " has no number");
+    r.number = static_cast<uint32_t>(part.integer_at(entry, "number", 0, 1, UINT32_MAX, where));
     part.text_into(entry, "name", r.name, where);
     part.text_into(entry, "pronunciation", r.pronunciation, where);
     if (entry.contains("email")) {
@@ -246,7 +247,6 @@ personal_rec read_personal(const jbrg_sim::scenario_part& part, const json& entr
         r.ifax.file_type = small(part, ifax, "file_type", at);
         r.ifax.via_server = small(part, ifax, "via_server", at);
     }
-    return r;
 }
 
 personal_ptr generated_personal(uint32_t number) {
@@ -267,10 +267,9 @@ layout parse(const json& scenario) {
     std::map<uint32_t, personal_ptr> personal;
     for (const json& entry : part.list_at("personal")) {
         const std::string where = "personal " + std::to_string(personal.size() + 1);
-        if (!entry.is_object() || !entry.contains("number")) part.fail(where + " has no number");
-        auto number = static_cast<uint32_t>(part.integer_at(entry, "number", 0, 1, UINT32_MAX, where));
-        if (personal.count(number) != 0) part.fail(where + " has the number of another");
-        personal.emplace(number, std::make_shared<const personal_rec>(read_personal(part, entry, number, where)));
+        auto r = std::make_shared<personal_rec>();
+        read_personal(part, entry, *r, where);
+        if (!personal.emplace(r->number, r).second) part.fail(where + " has the number of another");
     }
     // Many addresses without many lines: "person<n>" with an e-mail destination, numbered after the listed ones.
     long long generated = part.integer_at("personal_generated", 0, 0, kMaxGenerated);
@@ -307,10 +306,13 @@ layout parse(const json& scenario) {
             part.only_keys(m, {"number", "type"}, at);
             if (!m.contains("number") || !m.contains("type")) part.fail(at + " needs a number and a type");
             auto of = static_cast<uint32_t>(part.integer_at(m, "number", 0, 1, UINT32_MAX, at));
-            auto type = static_cast<int8_t>(part.integer_at(m, "type", 0, 0, XSI_PBFS_ADDRESSBOOK_MEMBER_TYPE_EMAIL, at));
+            auto type = static_cast<int8_t>(
+                part.integer_at(m, "type", 0, 0, XSI_PBFS_ADDRESSBOOK_MEMBER_TYPE_EMAIL, at));
             auto p = personal.find(of);
             if (p == personal.end()) part.fail(at + " names no personal address");
-            if ((p->second->destinations & destination_of(type)) == 0) part.fail(at + ": the address has no such destination");
+            if ((p->second->destinations & destination_of(type)) == 0) {
+                part.fail(at + ": the address has no such destination");
+            }
             for (const member& other : g.members) {
                 if (other.address == p->second && other.type == type) part.fail(at + " is a member already");
             }
@@ -329,8 +331,8 @@ layout parse(const json& scenario) {
         for (const personal_ptr& p : l.personal) {
             if (p->destinations & XSI_PBFS_ADDRESSBOOK_DEST_EMAIL) mailed.push_back(p);
         }
-        if (count > 0 && per > 0 && mailed.empty()) part.fail("groups_generated: no address has an e-mail destination");
-        if (static_cast<std::size_t>(per) > mailed.size() && count > 0) {
+        // A group holds each destination once, so the book needs as many e-mail addresses as a group has members.
+        if (count > 0 && static_cast<std::size_t>(per) > mailed.size()) {
             part.fail("groups_generated: more members than addresses with an e-mail destination");
         }
         long long number = numbers.empty() ? 1 : *numbers.rbegin() + 1;
@@ -451,7 +453,7 @@ const void* ptr(const void* p) { return p; }
 
 // ---- Records ---------------------------------------------------------------------------------------------
 
-void fill(personal_rec& r, const personal_ptr& p) { r = *p; }
+void fill(personal_rec& r, const personal_ptr& p) { std::memcpy(&r, p.get(), sizeof r); }
 
 void fill(group_rec& r, const group_ptr& g) { r = *g; }
 
