@@ -50,24 +50,24 @@ constexpr jni::field_spec kGroupFields[] = {
 cmt_name_info::cmt_name_info(JNIEnv* env)
     : describer(env, "orvane/qsf/address/attribute/NameInfoImpl", kNameFields, std::size(kNameFields)) {}
 jobject cmt_name_info::create_object() { return create(JBRG_TRACE_SITE); }
-bool cmt_name_info::set_field_name(jobject info, char* name) { return set_text(info, 0, name); }
-bool cmt_name_info::set_field_pronunciation(jobject info, char* pronunciation) {
+bool cmt_name_info::set_field_name(jobject info, const char* name) { return set_text(info, 0, name); }
+bool cmt_name_info::set_field_pronunciation(jobject info, const char* pronunciation) {
     return set_text(info, 1, pronunciation);
 }
 
 cmt_email_info::cmt_email_info(JNIEnv* env)
     : describer(env, "orvane/qsf/address/attribute/EmailInfoImpl", kEmailFields, std::size(kEmailFields)) {}
 jobject cmt_email_info::create_object() { return create(JBRG_TRACE_SITE); }
-bool cmt_email_info::set_field_mailAddress(jobject info, char* address) { return set_text(info, 0, address); }
+bool cmt_email_info::set_field_mailAddress(jobject info, const char* address) { return set_text(info, 0, address); }
 
 cmt_folder_info::cmt_folder_info(JNIEnv* env, const char* class_path)
     : describer(env, class_path, kFolderFields, std::size(kFolderFields)) {}
 jobject cmt_folder_info::create_object() { return create(JBRG_TRACE_SITE); }
-bool cmt_folder_info::set_field_host(jobject info, char* host) { return set_text(info, kHost, host); }
-bool cmt_folder_info::set_field_path(jobject info, char* path) { return set_text(info, kPath, path); }
+bool cmt_folder_info::set_field_host(jobject info, const char* host) { return set_text(info, kHost, host); }
+bool cmt_folder_info::set_field_path(jobject info, const char* path) { return set_text(info, kPath, path); }
 bool cmt_folder_info::set_field_port(jobject info, int port) { return set_int(info, kPort, port); }
-bool cmt_folder_info::set_field_loginName(jobject info, char* name) { return set_text(info, kLoginName, name); }
-bool cmt_folder_info::set_field_password(jobject info, char* password) {
+bool cmt_folder_info::set_field_loginName(jobject info, const char* name) { return set_text(info, kLoginName, name); }
+bool cmt_folder_info::set_field_password(jobject info, const char* password) {
     return set_text(info, kFolderPassword, password);
 }
 cmt_ftp_info::cmt_ftp_info(JNIEnv* env) : cmt_folder_info(env, "orvane/qsf/address/attribute/FtpInfoImpl") {}
@@ -76,30 +76,30 @@ cmt_smb_info::cmt_smb_info(JNIEnv* env) : cmt_folder_info(env, "orvane/qsf/addre
 cmt_fax_info::cmt_fax_info(JNIEnv* env)
     : describer(env, "orvane/qsf/address/attribute/FaxInfoImpl", kFaxFields, std::size(kFaxFields)) {}
 jobject cmt_fax_info::create_object() { return create(JBRG_TRACE_SITE); }
-bool cmt_fax_info::set_field_faxNum(jobject info, char* number) { return set_text(info, kFaxNum, number); }
+bool cmt_fax_info::set_field_faxNum(jobject info, const char* number) { return set_text(info, kFaxNum, number); }
 bool cmt_fax_info::set_field_bitrateType(jobject info, signed char value) { return set_byte(info, kBitrate, value); }
 bool cmt_fax_info::set_field_ecm(jobject info, signed char value) { return set_byte(info, kEcm, value); }
-bool cmt_fax_info::set_field_faxAddress(jobject info, char* address) { return set_text(info, kFaxAddress, address); }
+bool cmt_fax_info::set_field_faxAddress(jobject info, const char* address) { return set_text(info, kFaxAddress, address); }
 bool cmt_fax_info::set_field_encode(jobject info, signed char value) { return set_byte(info, kEncode, value); }
 bool cmt_fax_info::set_field_encodeID(jobject info, signed char value) { return set_byte(info, kEncodeId, value); }
 bool cmt_fax_info::set_field_encodeBox(jobject info, signed char value) { return set_byte(info, kEncodeBox, value); }
 bool cmt_fax_info::set_field_encodeBoxNum(jobject info, signed char value) {
     return set_byte(info, kEncodeBoxNum, value);
 }
-bool cmt_fax_info::set_field_name(jobject info, char* name) { return set_text(info, kFaxName, name); }
-bool cmt_fax_info::set_field_department(jobject info, char* department) {
+bool cmt_fax_info::set_field_name(jobject info, const char* name) { return set_text(info, kFaxName, name); }
+bool cmt_fax_info::set_field_department(jobject info, const char* department) {
     return set_text(info, kDepartment, department);
 }
-bool cmt_fax_info::set_field_company(jobject info, char* company) { return set_text(info, kCompany, company); }
+bool cmt_fax_info::set_field_company(jobject info, const char* company) { return set_text(info, kCompany, company); }
 bool cmt_fax_info::set_field_honorificTitleType(jobject info, signed char value) {
     return set_byte(info, kHonorific, value);
 }
-bool cmt_fax_info::set_field_password(jobject info, char* password) { return set_text(info, kFaxPassword, password); }
+bool cmt_fax_info::set_field_password(jobject info, const char* password) { return set_text(info, kFaxPassword, password); }
 
 cmt_ifax_info::cmt_ifax_info(JNIEnv* env)
     : describer(env, "orvane/qsf/address/attribute/IfaxInfoImpl", kIfaxFields, std::size(kIfaxFields)) {}
 jobject cmt_ifax_info::create_object() { return create(JBRG_TRACE_SITE); }
-bool cmt_ifax_info::set_field_ifaxAddress(jobject info, char* address) { return set_text(info, kIfaxAddress, address); }
+bool cmt_ifax_info::set_field_ifaxAddress(jobject info, const char* address) { return set_text(info, kIfaxAddress, address); }
 bool cmt_ifax_info::set_field_modeType(jobject info, signed char value) { return set_byte(info, kMode, value); }
 bool cmt_ifax_info::set_field_sizeType(jobject info, signed char value) { return set_byte(info, kSize, value); }
 bool cmt_ifax_info::set_field_resolutionType(jobject info, signed char value) {

@@ -17,8 +17,8 @@ class cmt_name_info : public jni::describer {
 public:
     explicit cmt_name_info(JNIEnv* env);
     jobject create_object();
-    bool set_field_name(jobject info, char* name);
-    bool set_field_pronunciation(jobject info, char* pronunciation);
+    bool set_field_name(jobject info, const char* name);
+    bool set_field_pronunciation(jobject info, const char* pronunciation);
 };
 
 // orvane/qsf/address/attribute/EmailInfoImpl
@@ -26,18 +26,18 @@ class cmt_email_info : public jni::describer {
 public:
     explicit cmt_email_info(JNIEnv* env);
     jobject create_object();
-    bool set_field_mailAddress(jobject info, char* address);
+    bool set_field_mailAddress(jobject info, const char* address);
 };
 
 // orvane/qsf/address/attribute/FtpInfoImpl and SmbInfoImpl: the same five fields.
 class cmt_folder_info : public jni::describer {
 public:
     jobject create_object();
-    bool set_field_host(jobject info, char* host);
-    bool set_field_path(jobject info, char* path);
+    bool set_field_host(jobject info, const char* host);
+    bool set_field_path(jobject info, const char* path);
     bool set_field_port(jobject info, int port);
-    bool set_field_loginName(jobject info, char* name);
-    bool set_field_password(jobject info, char* password);
+    bool set_field_loginName(jobject info, const char* name);
+    bool set_field_password(jobject info, const char* password);
 
 protected:
     cmt_folder_info(JNIEnv* env, const char* class_path);
@@ -58,19 +58,19 @@ class cmt_fax_info : public jni::describer {
 public:
     explicit cmt_fax_info(JNIEnv* env);
     jobject create_object();
-    bool set_field_faxNum(jobject info, char* number);
+    bool set_field_faxNum(jobject info, const char* number);
     bool set_field_bitrateType(jobject info, signed char value);
     bool set_field_ecm(jobject info, signed char value);
-    bool set_field_faxAddress(jobject info, char* address);
+    bool set_field_faxAddress(jobject info, const char* address);
     bool set_field_encode(jobject info, signed char value);
     bool set_field_encodeID(jobject info, signed char value);
     bool set_field_encodeBox(jobject info, signed char value);
     bool set_field_encodeBoxNum(jobject info, signed char value);
-    bool set_field_name(jobject info, char* name);
-    bool set_field_department(jobject info, char* department);
-    bool set_field_company(jobject info, char* company);
+    bool set_field_name(jobject info, const char* name);
+    bool set_field_department(jobject info, const char* department);
+    bool set_field_company(jobject info, const char* company);
     bool set_field_honorificTitleType(jobject info, signed char value);
-    bool set_field_password(jobject info, char* password);
+    bool set_field_password(jobject info, const char* password);
 };
 
 // orvane/qsf/address/attribute/IfaxInfoImpl
@@ -78,7 +78,7 @@ class cmt_ifax_info : public jni::describer {
 public:
     explicit cmt_ifax_info(JNIEnv* env);
     jobject create_object();
-    bool set_field_ifaxAddress(jobject info, char* address);
+    bool set_field_ifaxAddress(jobject info, const char* address);
     bool set_field_modeType(jobject info, signed char value);
     bool set_field_sizeType(jobject info, signed char value);
     bool set_field_resolutionType(jobject info, signed char value);

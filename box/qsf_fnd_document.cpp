@@ -60,7 +60,7 @@ qsf_fnd_document_info::qsf_fnd_document_info(JNIEnv* env)
     : describer(env, kInfoClass, kInfoFields, std::size(kInfoFields)) {}
 
 jobject qsf_fnd_document_info::create_document_info() { return create(JBRG_TRACE_SITE); }
-bool qsf_fnd_document_info::set_field_document_name(jobject info, char* name) { return set_text(info, kName, name); }
+bool qsf_fnd_document_info::set_field_document_name(jobject info, const char* name) { return set_text(info, kName, name); }
 bool qsf_fnd_document_info::set_field_page_count(jobject info, dev_ulong pages) {
     return set_long(info, kPages, pages);
 }

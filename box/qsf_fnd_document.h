@@ -30,7 +30,7 @@ public:
     explicit qsf_fnd_document_info(JNIEnv* env);
 
     jobject create_document_info();
-    bool set_field_document_name(jobject info, char* name);
+    bool set_field_document_name(jobject info, const char* name);
     bool set_field_page_count(jobject info, dev_ulong pages);
     bool set_field_resolution(jobject info, XSI_PBFS_BOX_DOC_RESO resolution);
     // By the kind of the pages' sizes: unknown, non-standard, mixed (kind 1 is given by its size code).

@@ -93,7 +93,7 @@ bool qsf_fnd_fax_box_detail_info::accepts(jobject detail) {
 bool qsf_fnd_fax_box_detail_info::set_field_delete_set(jobject detail, XSI_PBFS_BOX_DOC_DEL_AFTER_JOB_VAL value) {
     return set_enum(detail, fid_delsetting, del, value, JBRG_TRACE_SITE);
 }
-bool qsf_fnd_fax_box_detail_info::set_field_passwd(jobject detail, char* password) {
+bool qsf_fnd_fax_box_detail_info::set_field_passwd(jobject detail, const char* password) {
     return set_text(detail, fid_password, password, JBRG_TRACE_SITE);
 }
 

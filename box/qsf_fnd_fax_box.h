@@ -39,7 +39,7 @@ public:
     explicit qsf_fnd_fax_box_detail_info(JNIEnv* env) : cached_describer(env) {}
 
     bool set_field_delete_set(jobject detail, XSI_PBFS_BOX_DOC_DEL_AFTER_JOB_VAL value);
-    bool set_field_passwd(jobject detail, char* password);
+    bool set_field_passwd(jobject detail, const char* password);
     // True when `detail` is a FaxBoxDetailInfoImpl.
     bool accepts(jobject detail);
 };

@@ -48,7 +48,7 @@ bool qsf_fnd_job_document::set_field_detail_info(jobject document, jobject detai
 }
 
 jobject qsf_fnd_job_document_info::create_job_document_info() { return create(mid_info_constructor, JBRG_TRACE_SITE); }
-bool qsf_fnd_job_document_info::set_field_document_name(jobject info, char* name) {
+bool qsf_fnd_job_document_info::set_field_document_name(jobject info, const char* name) {
     return set_text(info, fid_document_name, name, JBRG_TRACE_SITE);
 }
 bool qsf_fnd_job_document_info::set_field_date(jobject info, dev_long seconds) {
@@ -57,7 +57,7 @@ bool qsf_fnd_job_document_info::set_field_date(jobject info, dev_long seconds) {
 bool qsf_fnd_job_document_info::set_field_data_size(jobject info, dev_ulong bytes) {
     return set_long(info, fid_data_size, bytes, JBRG_TRACE_SITE);
 }
-bool qsf_fnd_job_document_info::set_field_user_name(jobject info, char* name) {
+bool qsf_fnd_job_document_info::set_field_user_name(jobject info, const char* name) {
     return set_text(info, fid_user_name, name, JBRG_TRACE_SITE);
 }
 bool qsf_fnd_job_document_info::set_field_retention_type(jobject info, XSI_PBFS_BOX_DOC_TYPE type) {

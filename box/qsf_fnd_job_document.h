@@ -29,10 +29,10 @@ public:
     explicit qsf_fnd_job_document_info(JNIEnv* env) : cached_describer(env) {}
 
     jobject create_job_document_info();
-    bool set_field_document_name(jobject info, char* name);
+    bool set_field_document_name(jobject info, const char* name);
     bool set_field_date(jobject info, dev_long seconds);
     bool set_field_data_size(jobject info, dev_ulong bytes);
-    bool set_field_user_name(jobject info, char* name);
+    bool set_field_user_name(jobject info, const char* name);
     // QUICK, PROOF, PRIVATE, STORED; another value stores null.
     bool set_field_retention_type(jobject info, XSI_PBFS_BOX_DOC_TYPE type);
 

@@ -41,13 +41,13 @@ qsf_fnd_removable_memory_file_info::qsf_fnd_removable_memory_file_info(JNIEnv* e
     : describer(env, kInfoClass, kInfoFields, std::size(kInfoFields)) {}
 
 jobject qsf_fnd_removable_memory_file_info::create_removable_memory_file_info() { return create(JBRG_TRACE_SITE); }
-bool qsf_fnd_removable_memory_file_info::set_field_name(jobject info, char* name) { return set_text(info, kName, name); }
+bool qsf_fnd_removable_memory_file_info::set_field_name(jobject info, const char* name) { return set_text(info, kName, name); }
 bool qsf_fnd_removable_memory_file_info::set_field_data_size(jobject info, dev_ulong bytes) {
     return set_long(info, kDataSize, bytes);
 }
 bool qsf_fnd_removable_memory_file_info::set_field_date(jobject info, dev_long seconds) {
     return set_date(info, kDate, seconds, JBRG_TRACE_SITE);
 }
-bool qsf_fnd_removable_memory_file_info::set_field_path(jobject info, char* path) { return set_text(info, kPath, path); }
+bool qsf_fnd_removable_memory_file_info::set_field_path(jobject info, const char* path) { return set_text(info, kPath, path); }
 
 }  // namespace orvane

@@ -27,10 +27,10 @@ public:
     explicit qsf_fnd_removable_memory_file_info(JNIEnv* env);
 
     jobject create_removable_memory_file_info();
-    bool set_field_name(jobject info, char* name);
+    bool set_field_name(jobject info, const char* name);
     bool set_field_data_size(jobject info, dev_ulong bytes);
     bool set_field_date(jobject info, dev_long seconds);
-    bool set_field_path(jobject info, char* path);
+    bool set_field_path(jobject info, const char* path);
 };
 
 }  // namespace orvane

@@ -67,18 +67,18 @@ jobject qsf_fnd_user_box_info::create_box_info() { return create(JBRG_TRACE_SITE
 bool qsf_fnd_user_box_info::set_field_box_number(jobject info, dev_ulong number) {
     return set_int(info, kNumber, static_cast<int32_t>(number));
 }
-bool qsf_fnd_user_box_info::set_field_box_name(jobject info, char* name) { return set_text(info, kName, name); }
+bool qsf_fnd_user_box_info::set_field_box_name(jobject info, const char* name) { return set_text(info, kName, name); }
 bool qsf_fnd_user_box_info::set_field_owner_type(jobject info, XSI_PBFS_BOX_OWNER_TYPE type) {
     return set_enum(info, kOwnerType, box::kOwnerType, type, JBRG_TRACE_SITE);
 }
 bool qsf_fnd_user_box_info::set_field_owner_type_no_owner(jobject info) {
     return set_constant(info, kOwnerType, box::kOwnerTypeClass, box::kNoOwner, JBRG_TRACE_SITE);
 }
-bool qsf_fnd_user_box_info::set_field_owner_login_name(jobject info, char* name) {
+bool qsf_fnd_user_box_info::set_field_owner_login_name(jobject info, const char* name) {
     return set_text(info, kLoginName, name);
 }
-bool qsf_fnd_user_box_info::set_field_owner_user_name(jobject info, char* name) { return set_text(info, kUserName, name); }
-bool qsf_fnd_user_box_info::set_field_owner_domain_name(jobject info, char* name) {
+bool qsf_fnd_user_box_info::set_field_owner_user_name(jobject info, const char* name) { return set_text(info, kUserName, name); }
+bool qsf_fnd_user_box_info::set_field_owner_domain_name(jobject info, const char* name) {
     return set_text(info, kDomainName, name);
 }
 bool qsf_fnd_user_box_info::set_field_permission(jobject info, XSI_PBFS_BOX_SHARE_VAL share) {
@@ -107,7 +107,7 @@ bool qsf_fnd_user_box_detail_info::set_field_period(jobject detail, unsigned cha
 bool qsf_fnd_user_box_detail_info::set_field_ow_set(jobject detail, XSI_PBFS_BOX_UPDATE_VAL value) {
     return set_enum(detail, kOverwrite, box::kOverwriteSetting, value, JBRG_TRACE_SITE);
 }
-bool qsf_fnd_user_box_detail_info::set_field_passwd(jobject detail, char* password) {
+bool qsf_fnd_user_box_detail_info::set_field_passwd(jobject detail, const char* password) {
     return set_text(detail, kPassword, password);
 }
 

@@ -32,13 +32,13 @@ public:
 
     jobject create_box_info();
     bool set_field_box_number(jobject info, dev_ulong number);
-    bool set_field_box_name(jobject info, char* name);
+    bool set_field_box_name(jobject info, const char* name);
     // LOCAL_USER, NETWORK_USER; another value stores null.
     bool set_field_owner_type(jobject info, XSI_PBFS_BOX_OWNER_TYPE type);
     bool set_field_owner_type_no_owner(jobject info);
-    bool set_field_owner_login_name(jobject info, char* name);
-    bool set_field_owner_user_name(jobject info, char* name);
-    bool set_field_owner_domain_name(jobject info, char* name);
+    bool set_field_owner_login_name(jobject info, const char* name);
+    bool set_field_owner_user_name(jobject info, const char* name);
+    bool set_field_owner_domain_name(jobject info, const char* name);
     // NOT_SHARED, SHARED; another value stores null.
     bool set_field_permission(jobject info, XSI_PBFS_BOX_SHARE_VAL share);
     bool set_field_current_size(jobject info, dev_ulong size);
@@ -57,7 +57,7 @@ public:
     bool set_field_period(jobject detail, unsigned char days);
     // PERMIT, PROHIBIT, UNKNOWN; another value stores null.
     bool set_field_ow_set(jobject detail, XSI_PBFS_BOX_UPDATE_VAL value);
-    bool set_field_passwd(jobject detail, char* password);
+    bool set_field_passwd(jobject detail, const char* password);
 };
 
 }  // namespace orvane

@@ -1,9 +1,11 @@
 // The text of a fixed-width field of a platform record, terminated: a field the platform filled to its last
-// byte is read no further than its end.
+// byte is read no further than its end (it is then copied, with a terminating zero); a terminated field is
+// read where it lies.
 #ifndef JBRG_CORE_FIELD_TEXT_H
 #define JBRG_CORE_FIELD_TEXT_H
 
 #include <cstddef>
+#include <cstring>
 
 namespace orvane {
 
@@ -11,17 +13,27 @@ template <std::size_t N>
 class field_text {
 public:
     explicit field_text(const char (&field)[N]) {
-        std::size_t i = 0;
-        for (; i < N && field[i] != '\0'; ++i) text_[i] = field[i];
-        text_[i] = '\0';
-        length_ = i;
+        const void* end = std::memchr(field, '\0', N);
+        if (end != nullptr) {
+            text_ = field;
+            length_ = static_cast<std::size_t>(static_cast<const char*>(end) - field);
+            return;
+        }
+        std::memcpy(copy_, field, N);
+        copy_[N] = '\0';
+        text_ = copy_;
+        length_ = N;
     }
-    char* get() { return text_; }
+    field_text(const field_text&) = delete;
+    field_text& operator=(const field_text&) = delete;
+
+    const char* get() const { return text_; }
     std::size_t length() const { return length_; }
 
 private:
-    char text_[N + 1];
+    const char* text_;
     std::size_t length_;
+    char copy_[N + 1];
 };
 
 }  // namespace orvane

@@ -32,6 +32,8 @@ describer::describer(JNIEnv* env, const char* class_path, const field_spec* fiel
 void describer::look_up(JNIEnv* env, const char* class_path, const field_spec* fields, std::size_t count) {
     local_ref<jclass> found(env, env->FindClass(class_path));
     if (failed(env, JBRG_TRACE_SITE, "FindClass") || !found) return;
+    ctor_ = env->GetMethodID(found.get(), "<init>", "()V");
+    if (failed(env, JBRG_TRACE_SITE, "GetMethodID") || ctor_ == nullptr) return;
     for (std::size_t i = 0; i < count && i < kMaxFields; ++i) {
         ids_[i] = env->GetFieldID(found.get(), fields[i].name, fields[i].signature);
         if (failed(env, JBRG_TRACE_SITE, "GetFieldID") || ids_[i] == nullptr) return;
@@ -78,10 +80,9 @@ bool describer::describes(jobject object) const {
 jobject describer::create(const trace_site& site) {
     JNIEnv* env = this->env();
     if (env == nullptr) return nullptr;
-    jmethodID ctor = env->GetMethodID(class_, "<init>", "()V");
-    if (failed(env, site, "GetMethodID") || ctor == nullptr) return nullptr;
-    jobject made = env->NewObject(class_, ctor);
-    if (failed(env, site, "NewObject")) return nullptr;
+    jobject made = env->NewObject(class_, ctor_);
+    // Only a construction that made nothing can have left an exception.
+    if (made == nullptr) failed(env, site, "NewObject");
     return made;
 }
 
@@ -117,7 +118,8 @@ bool describer::set_text(jobject object, std::size_t field, const char* text) {
     JNIEnv* env = target(object);
     if (env == nullptr) return false;
     local_ref<jstring> value(env, new_string(env, text));
-    if (failed(env, JBRG_TRACE_SITE, "NewStringUTF")) return false;
+    // Only a string that could not be made can have left an exception (a null text makes a null string).
+    if (!value && failed(env, JBRG_TRACE_SITE, "NewStringUTF")) return false;
     env->SetObjectField(object, ids_[field], value.get());
     return true;
 }

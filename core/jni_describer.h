@@ -73,6 +73,7 @@ private:
     bool java_made_;
     JNIEnv* env_ = nullptr;
     jclass class_ = nullptr;             // null: an empty describer
+    jmethodID ctor_ = nullptr;           // the no-argument constructor
     const field_spec* fields_ = nullptr;
     jfieldID ids_[kMaxFields] = {};
 };

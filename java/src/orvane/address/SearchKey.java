@@ -1,6 +1,6 @@
 package orvane.address;
 
-/** What an address book search looks for: the start of an entry's name. */
+/** What an address book search looks for: the start of an entry's name or pronunciation (ASCII letters in either case). */
 public class SearchKey {
     private String name;
 
