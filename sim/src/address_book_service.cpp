@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "jbrg_sim/address_book.h"
+#include "listing_table.h"
 #include "scenario.h"
 #include "sim.h"
 #include "sim_internal.h"
@@ -34,7 +35,6 @@ using group_rec = XSI_PBFS_ADDRESSBOOK_GROUP_ADDRESS;
 using personal_ptr = std::shared_ptr<const personal_rec>;
 using group_ptr = std::shared_ptr<const group_rec>;
 
-constexpr std::size_t kMaxListings = 8;
 constexpr dev_ulong kAllDestinations = XSI_PBFS_ADDRESSBOOK_DEST_EMAIL | XSI_PBFS_ADDRESSBOOK_DEST_FTP |
                                        XSI_PBFS_ADDRESSBOOK_DEST_SMB | XSI_PBFS_ADDRESSBOOK_DEST_FAX |
                                        XSI_PBFS_ADDRESSBOOK_DEST_IFAX;
@@ -364,9 +364,8 @@ public:
     void apply(const layout& next) {
         personal.clear();
         groups.clear();
-        listings.clear();
+        listings.reset();
         next_group_id_ = 1;
-        next_handle_ = 1;
         for (const personal_ptr& p : next.personal) personal.emplace(p->number, p);
         for (const group& g : next.groups) {
             group& mine = groups[next_group_id_];
@@ -427,19 +426,12 @@ public:
         return true;
     }
 
-    // The next number that is neither 0 nor an open listing's.
-    unsigned int new_handle() {
-        while (next_handle_ == 0 || listings.count(next_handle_) != 0) ++next_handle_;
-        return next_handle_++;
-    }
-
     std::map<uint32_t, personal_ptr> personal;  // by number
     std::map<uint16_t, group> groups;           // by id
-    std::map<unsigned int, listing> listings;
+    jbrg_sim::listing_table<listing> listings;
 
 private:
     uint16_t next_group_id_ = 1;
-    unsigned int next_handle_ = 1;
 };
 
 address_book_service& book() {
@@ -480,13 +472,12 @@ PLAT_RESULT open_listing(const jbrg_sim::op& call, listing l, unsigned int count
                          unsigned int& total) {
     address_book_service& s = book();
     PLAT_RESULT result = XSI_PBFS_ADDRESSBOOK_OK;
-    if (s.listings.size() >= kMaxListings) {
-        result = XSI_PBFS_ADDRESSBOOK_BUSY_ERROR;
+    l.count = count;
+    const unsigned int listed = static_cast<unsigned int>(l.total());
+    if (s.listings.open(std::move(l), handle)) {
+        total = listed;
     } else {
-        l.count = count;
-        handle = s.new_handle();
-        total = static_cast<unsigned int>(l.total());
-        s.listings.emplace(handle, std::move(l));
+        result = XSI_PBFS_ADDRESSBOOK_BUSY_ERROR;
     }
     call.out("handle", &handle);
     call.out("total", &total);
@@ -540,29 +531,24 @@ PLAT_RESULT get_entries(const jbrg_sim::op& call, list_kind kind, unsigned int h
     address_book_service& s = book();
     get_num = 0;
     PLAT_RESULT result = XSI_PBFS_ADDRESSBOOK_OK;
-    auto found = s.listings.find(handle);
+    listing* l = s.listings.find(handle, [kind](const listing& open) { return open.kind == kind; });
     const bool search = kind == list_kind::personal_search || kind == list_kind::group_search;
-    if (found == s.listings.end() || found->second.kind != kind) {
+    if (l == nullptr) {
         result = XSI_PBFS_ADDRESSBOOK_HANDLE_ERROR;
-    } else if (records == nullptr ||
-               (search && (!search_arguments(name, name_type) || found->second.name != name))) {
+    } else if (records == nullptr || (search && (!search_arguments(name, name_type) || l->name != name))) {
         result = XSI_PBFS_ADDRESSBOOK_PARAM_ERROR;
-    } else if (found->second.next >= found->second.total()) {
+    } else if (l->next >= l->total()) {
         result = XSI_PBFS_ADDRESSBOOK_LIST_END;
     } else {
-        listing& l = found->second;
-        std::size_t n = std::min(l.count, l.total() - l.next);
-        for (std::size_t i = 0; i < n; ++i) {
-            std::size_t at = l.next + i;
+        std::size_t n = jbrg_sim::next_chunk(l->next, l->count, l->total(), [&](std::size_t i, std::size_t at) {
             if constexpr (std::is_same_v<Record, personal_rec>) {
-                fill(records[i], (*l.personal)[at]);
+                fill(records[i], (*l->personal)[at]);
             } else if constexpr (std::is_same_v<Record, group_rec>) {
-                fill(records[i], (*l.groups)[at]);
+                fill(records[i], (*l->groups)[at]);
             } else {
-                fill(records[i], (*l.members)[at]);
+                fill(records[i], (*l->members)[at]);
             }
-        }
-        l.next += n;
+        });
         get_num = static_cast<unsigned int>(n);
     }
     call.out("get_num", &get_num);
@@ -573,10 +559,9 @@ PLAT_RESULT get_entries(const jbrg_sim::op& call, list_kind kind, unsigned int h
 // from a search listing when it closes one.
 PLAT_RESULT finish_listing(bool (*family)(list_kind), unsigned int handle) {
     address_book_service& s = book();
-    auto found = s.listings.find(handle);
-    if (found == s.listings.end() || !family(found->second.kind)) return XSI_PBFS_ADDRESSBOOK_HANDLE_ERROR;
-    s.listings.erase(found);
-    return XSI_PBFS_ADDRESSBOOK_OK;
+    return s.listings.close(handle, [family](const listing& l) { return family(l.kind); })
+               ? XSI_PBFS_ADDRESSBOOK_OK
+               : XSI_PBFS_ADDRESSBOOK_HANDLE_ERROR;
 }
 
 bool member_kind(list_kind k) { return k == list_kind::members; }

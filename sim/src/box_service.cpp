@@ -30,6 +30,7 @@
 #include "box_internal.h"
 #include "jbrg_sim/box.h"
 #include "jbrg_sim/control.h"
+#include "listing_table.h"
 #include "scenario.h"
 #include "sim.h"
 #include "sim_internal.h"
@@ -44,7 +45,6 @@ using jbrg_sim::box::box_info;
 using jbrg_sim::box::document;
 using jbrg_sim::box::retained_document;
 
-constexpr std::size_t kMaxListings = 8;
 constexpr long long kDefaultBoxLimit = 1000;
 constexpr long long kDefaultSpace = 30000;
 constexpr unsigned long long kMegabyte = 1024ULL * 1024ULL;
@@ -302,10 +302,9 @@ public:
         fax_ = next.fax;
         boxes.clear();
         retained.clear();
-        listings.clear();
+        listings.reset();
         next_box_ = 1;
         next_doc_ = 1;
-        next_handle_ = 1;
         for (const auto* list : {&next.user_boxes, &next.fax_boxes}) {
             for (const box_info& b : *list) {
                 box_rec& r = boxes[next_box_];
@@ -358,12 +357,6 @@ public:
 
     dev_ulong new_box_id() { return next_box_++; }
     dev_ulong new_doc_id() { return next_doc_++; }
-
-    // The next number that is neither 0 nor an open listing's.
-    unsigned int new_handle() {
-        while (next_handle_ == 0 || listings.count(next_handle_) != 0) ++next_handle_;
-        return next_handle_++;
-    }
 
     // Stores a document: its id, or 0 when the box does not exist or its capacity cannot hold it. A box that
     // permits updates replaces a document of the same name.
@@ -426,7 +419,7 @@ public:
 
     std::map<dev_ulong, box_rec> boxes;
     std::vector<retained_document> retained;
-    std::map<unsigned int, listing> listings;
+    jbrg_sim::listing_table<listing> listings;
 
 private:
     static void write_file(const std::string& host, const std::string& text) {
@@ -445,7 +438,6 @@ private:
     kind_limits user_, fax_;
     dev_ulong next_box_ = 1;
     dev_ulong next_doc_ = 1;
-    unsigned int next_handle_ = 1;
     bool removable_ = false;
     std::vector<easy_file> easy_;
     bool easy_laid_out_ = false;
@@ -595,13 +587,12 @@ PLAT_RESULT open_listing(const jbrg_sim::op& call, listing l, unsigned int count
                          unsigned int& total) {
     box_service& s = boxes();
     PLAT_RESULT result = XSI_PBFS_BOX_OK;
-    if (s.listings.size() >= kMaxListings) {
-        result = XSI_PBFS_BOX_BUSY_ERROR;
+    l.count = count;
+    const unsigned int listed = static_cast<unsigned int>(l.total());
+    if (s.listings.open(std::move(l), handle)) {
+        total = listed;
     } else {
-        l.count = count;
-        handle = s.new_handle();
-        total = static_cast<unsigned int>(l.total());
-        s.listings.emplace(handle, std::move(l));
+        result = XSI_PBFS_BOX_BUSY_ERROR;
     }
     call.out("handle", &handle);
     call.out("total", &total);
@@ -651,29 +642,25 @@ PLAT_RESULT get_entries(const jbrg_sim::op& call, list_kind kind, unsigned int h
     box_service& s = boxes();
     get_num = 0;
     PLAT_RESULT result = XSI_PBFS_BOX_OK;
-    auto found = s.listings.find(handle);
-    if (found == s.listings.end() || found->second.kind != kind) {
+    listing* l = s.listings.find(handle, [kind](const listing& open) { return open.kind == kind; });
+    if (l == nullptr) {
         result = XSI_PBFS_BOX_HANDLE_ERROR;
     } else if (records == nullptr) {
         result = XSI_PBFS_BOX_PARAM_ERROR;
-    } else if (found->second.next >= found->second.total()) {
+    } else if (l->next >= l->total()) {
         result = XSI_PBFS_BOX_LIST_END;
     } else {
-        listing& l = found->second;
-        std::size_t n = std::min(l.count, l.total() - l.next);
-        for (std::size_t i = 0; i < n; ++i) {
-            std::size_t at = l.next + i;
+        std::size_t n = jbrg_sim::next_chunk(l->next, l->count, l->total(), [&](std::size_t i, std::size_t at) {
             if constexpr (std::is_same_v<Record, XSI_PBFS_BOX_LIST_INFO>) {
-                fill(records[i], (*l.boxes)[at]);
+                fill(records[i], (*l->boxes)[at]);
             } else if constexpr (std::is_same_v<Record, XSI_PBFS_BOX_DOC_INFO>) {
-                fill(records[i], (*l.documents)[at]);
+                fill(records[i], (*l->documents)[at]);
             } else if constexpr (std::is_same_v<Record, XSI_PBFS_BOX_JBRT_DOC_LIST>) {
-                fill(records[i], (*l.retained)[at]);
+                fill(records[i], (*l->retained)[at]);
             } else {
-                fill(records[i], (*l.easy)[at]);
+                fill(records[i], (*l->easy)[at]);
             }
-        }
-        l.next += n;
+        });
         get_num = static_cast<unsigned int>(n);
     }
     call.out("get_num", &get_num);
@@ -682,10 +669,8 @@ PLAT_RESULT get_entries(const jbrg_sim::op& call, list_kind kind, unsigned int h
 
 PLAT_RESULT finish_listing(list_kind kind, unsigned int handle) {
     box_service& s = boxes();
-    auto found = s.listings.find(handle);
-    if (found == s.listings.end() || found->second.kind != kind) return XSI_PBFS_BOX_HANDLE_ERROR;
-    s.listings.erase(found);
-    return XSI_PBFS_BOX_OK;
+    return s.listings.close(handle, [kind](const listing& l) { return l.kind == kind; }) ? XSI_PBFS_BOX_OK
+                                                                                       : XSI_PBFS_BOX_HANDLE_ERROR;
 }
 
 PLAT_RESULT detail(dev_ulong box_id, bool fax, const char* passwd, const actor& who, XSI_PBFS_BOX_DETAIL_INFO& info) {
