@@ -484,6 +484,16 @@ jobjectArray group_query(const char* name, const query_texts& t, const trace_sit
     return groups;
 }
 
+// A search: the key's name, then the query with it.
+jobjectArray search_query(jobject key, jobjectArray (*query)(const char*, const query_texts&, const trace_site&),
+                          const query_texts& t, const trace_site& site) {
+    JNIEnv* env = query_env(site);
+    if (env == nullptr) return nullptr;
+    search_name name(env, key, site);
+    if (name.get() == nullptr) return nullptr;
+    return query(name.get(), t, site);
+}
+
 }  // namespace
 
 jobject cmt_address_book::get_all_address(int type) {
@@ -511,11 +521,7 @@ jobjectArray cmt_address_book::get_all_personal_address() {
 
 jobjectArray cmt_address_book::search_personal_address(jobject key) {
     JBRG_TRACE("[TIMER] search_personal_address() start.");
-    JNIEnv* env = query_env(JBRG_TRACE_SITE);
-    if (env == nullptr) return nullptr;
-    search_name name(env, key, JBRG_TRACE_SITE);
-    if (name.get() == nullptr) return nullptr;
-    return personal_query(name.get(), kSearchPersonal, JBRG_TRACE_SITE);
+    return search_query(key, personal_query, kSearchPersonal, JBRG_TRACE_SITE);
 }
 
 jobjectArray cmt_address_book::get_all_group_list() {
@@ -525,11 +531,7 @@ jobjectArray cmt_address_book::get_all_group_list() {
 
 jobjectArray cmt_address_book::search_group_list(jobject key) {
     JBRG_TRACE("[TIMER] search_group_list() start.");
-    JNIEnv* env = query_env(JBRG_TRACE_SITE);
-    if (env == nullptr) return nullptr;
-    search_name name(env, key, JBRG_TRACE_SITE);
-    if (name.get() == nullptr) return nullptr;
-    return group_query(name.get(), kSearchGroups, JBRG_TRACE_SITE);
+    return search_query(key, group_query, kSearchGroups, JBRG_TRACE_SITE);
 }
 
 jobject cmt_address_book::get_members(int group_id) {
