@@ -12,6 +12,9 @@ namespace orvane::box {
 
 namespace {
 
+jni::class_id jcls_list{"java/util/ArrayList"};
+jni::method_id mid_list_add{jcls_list, "add", "(Ljava/lang/Object;)Z"};
+
 jni::class_id jcls_cal{"java/util/Calendar"};
 jni::static_method_id mid_cal_get_instance{jcls_cal, "getInstance", "()Ljava/util/Calendar;"};
 jni::method_id mid_cal_set{jcls_cal, "set", "(IIIIII)V"};
@@ -53,6 +56,22 @@ jobject cached_enum::constant(JNIEnv* env, int32_t value, const trace_site& site
         ids_[slot].store(id, std::memory_order_release);
     }
     return env->GetStaticObjectField(class_.get(), id);
+}
+
+JNIEnv* list_env(jobject list) {
+    JNIEnv* env = CJvm::GetJNIEnv();
+    if (env == nullptr || !mid_list_add.ensure(JBRG_TRACE_SITE) || list == nullptr ||
+        !env->IsInstanceOf(list, jcls_list.get())) {
+        return nullptr;
+    }
+    return env;
+}
+
+bool append(JNIEnv* env, jobject list, jobject item) {
+    env->CallBooleanMethod(list, mid_list_add.get(), item);
+    if (!env->ExceptionCheck()) return true;
+    env->ExceptionClear();
+    return false;
 }
 
 jobject cached_date(JNIEnv* env, dev_time seconds, const trace_site& site) {

@@ -36,6 +36,13 @@ private:
     std::unique_ptr<std::atomic<jfieldID>[]> ids_;  // one per entry, then the fallback's
 };
 
+// The caller's java.util.ArrayList of a listing, through the cached class and add method (jcls_list,
+// mid_list_add). list_env: the calling thread's environment when `list` is an ArrayList the listing can add to
+// (anything else is refused before the service is asked), else null. append: adds `item`; false, its Java
+// error cleared, when add threw.
+JNIEnv* list_env(jobject list);
+bool append(JNIEnv* env, jobject list, jobject item);
+
 // The calendar a date is made with (jcls_cal, mid_cal_get_instance, mid_cal_set, mid_cal_get_time).
 jobject cached_date(JNIEnv* env, dev_time seconds, const trace_site& site);
 

@@ -20,27 +20,6 @@ using box::failure_trace;
 constexpr unsigned int kBoxChunk = 50;
 constexpr unsigned int kDocumentChunk = 100;
 
-jni::class_id jcls_list{"java/util/ArrayList"};
-jni::method_id mid_list_add{jcls_list, "add", "(Ljava/lang/Object;)Z"};
-
-// The environment when `list` is an ArrayList the listing can add to (anything else is refused before the
-// service is asked), else null.
-JNIEnv* list_env(jobject list) {
-    JNIEnv* env = CJvm::GetJNIEnv();
-    if (env == nullptr || !mid_list_add.ensure(JBRG_TRACE_SITE) || list == nullptr ||
-        !env->IsInstanceOf(list, jcls_list.get())) {
-        return nullptr;
-    }
-    return env;
-}
-
-bool append(JNIEnv* env, jobject list, jobject item) {
-    env->CallBooleanMethod(list, mid_list_add.get(), item);
-    if (!env->ExceptionCheck()) return true;
-    env->ExceptionClear();
-    return false;
-}
-
 bool append_fax_box(JNIEnv* env, jobject list, const XSI_PBFS_BOX_FAX_BOX_LIST& entry) {
     qsf_fnd_fax_box_info describe_info(env);
     jni::local_ref<jobject> info(env, describe_info.create_fax_box_info());
@@ -52,7 +31,7 @@ bool append_fax_box(JNIEnv* env, jobject list, const XSI_PBFS_BOX_FAX_BOX_LIST& 
     describe_box.set_field_box_id(made.get(), entry.box_id);
     describe_box.set_field_exists(made.get(), true);
     describe_box.set_field_info(made.get(), info.get());
-    return append(env, list, made.get());
+    return box::append(env, list, made.get());
 }
 
 bool append_fax_document(JNIEnv* env, jobject list, const XSI_PBFS_BOX_FAX_DOC_LIST& entry, dev_ulong box_id,
@@ -68,7 +47,7 @@ bool append_fax_document(JNIEnv* env, jobject list, const XSI_PBFS_BOX_FAX_DOC_L
     describe_document.set_field_info(document.get(), info.get());
     describe_document.set_field_box_id(document.get(), box_id);
     describe_document.set_field_box_password(document.get(), passwd.c_str());
-    return append(env, list, document.get());
+    return box::append(env, list, document.get());
 }
 
 }  // namespace
@@ -76,7 +55,7 @@ bool append_fax_document(JNIEnv* env, jobject list, const XSI_PBFS_BOX_FAX_DOC_L
 qsf_fnd_fax_box_manager* qsf_fnd_fax_box_manager::qsf_fnd_get_instance() { return box::guarded_instance(instance_); }
 
 int qsf_fnd_fax_box_manager::qsf_fnd_get_fax_box_list(jobject list) {
-    JNIEnv* env = list_env(list);
+    JNIEnv* env = box::list_env(list);
     if (env == nullptr) return box::kBoxFailed;
     unsigned int handle = 0;
     unsigned int total = 0;
@@ -138,7 +117,7 @@ int qsf_fnd_fax_box_manager::qsf_fnd_delete_fax_box(dev_ulong box_id, const std:
 }
 
 int qsf_fnd_fax_box_manager::qsf_fnd_get_fax_document_list(dev_ulong box_id, const std::string& passwd, jobject list) {
-    JNIEnv* env = list_env(list);
+    JNIEnv* env = box::list_env(list);
     if (env == nullptr) return box::kBoxFailed;
     unsigned int handle = 0;
     unsigned int total = 0;

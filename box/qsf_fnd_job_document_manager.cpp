@@ -19,9 +19,6 @@ using box::failure_trace;
 // Entries a get of the retention listing hands back.
 constexpr unsigned int kChunk = 100;
 
-jni::class_id jcls_list{"java/util/ArrayList"};
-jni::method_id mid_list_add{jcls_list, "add", "(Ljava/lang/Object;)Z"};
-
 jni::class_id jcls_detail{"orvane/qsf/box/document/JobDocumentDetailInfoImpl"};
 
 // A JobDocumentImpl of one entry, appended to `list`; false when either object cannot be made.
@@ -35,12 +32,7 @@ bool append_job_document(JNIEnv* env, jobject list, const XSI_PBFS_BOX_JBRT_DOC_
     if (!document) return false;
     describe_document.set_field_document_id(document.get(), entry.doc_id);
     describe_document.set_field_info(document.get(), info.get());
-    env->CallBooleanMethod(list, mid_list_add.get(), document.get());
-    if (env->ExceptionCheck()) {
-        env->ExceptionClear();
-        return false;
-    }
-    return true;
+    return box::append(env, list, document.get());
 }
 
 }  // namespace
@@ -50,12 +42,8 @@ qsf_fnd_job_document_manager* qsf_fnd_job_document_manager::qsf_fnd_get_instance
 }
 
 int qsf_fnd_job_document_manager::qsf_fnd_get_job_retention_doc_list(XSI_PBFS_BOX_JBRT_BOX_TYPE type, jobject list) {
-    JNIEnv* env = CJvm::GetJNIEnv();
+    JNIEnv* env = box::list_env(list);
     if (env == nullptr) return box::kBoxFailed;
-    // add() is called on whatever the caller gave: anything but an ArrayList is refused before the service.
-    if (!mid_list_add.ensure(JBRG_TRACE_SITE) || list == nullptr || !env->IsInstanceOf(list, jcls_list.get())) {
-        return box::kBoxFailed;
-    }
     unsigned int handle = 0;
     unsigned int total_num = 0;
     if (box::facade().xsi_pbfs_box_get_job_retention_doc_list_prepare(type, kChunk, handle, total_num) !=

@@ -8,14 +8,6 @@ namespace orvane::jni {
 
 namespace {
 
-// Traces and clears a pending exception left by `what`; true when there was one.
-bool failed(JNIEnv* env, const trace_site& site, const char* what) {
-    if (!env->ExceptionCheck()) return false;
-    trace_at(site, "Detected exception : %s", what);
-    env->ExceptionClear();
-    return true;
-}
-
 // The Set<Type>Field call of each field type.
 void set_value(JNIEnv* env, jobject o, jfieldID f, jobject v) { env->SetObjectField(o, f, v); }
 void set_value(JNIEnv* env, jobject o, jfieldID f, jboolean v) { env->SetBooleanField(o, f, v); }
@@ -46,6 +38,13 @@ bool store(JNIEnv* env, const trace_site& site, field_id& field, jobject object,
 }
 
 }  // namespace
+
+bool failed(JNIEnv* env, const trace_site& site, const char* what) {
+    if (!env->ExceptionCheck()) return false;
+    trace_at(site, "Detected exception : %s", what);
+    env->ExceptionClear();
+    return true;
+}
 
 void class_id::release(JNIEnv* env) {
     jclass held = cls_.exchange(nullptr, std::memory_order_acq_rel);

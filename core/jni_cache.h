@@ -30,6 +30,10 @@
 
 namespace orvane::jni {
 
+// Traces and clears a pending Java exception left by `what` at `site` ("Detected exception : <what>"); true
+// when there was one.
+bool failed(JNIEnv* env, const trace_site& site, const char* what);
+
 // A global reference to a Java class, found by its slash-form path.
 class class_id {
 public:

@@ -8,13 +8,6 @@
 
 namespace orvane::jni {
 
-bool failed(JNIEnv* env, const trace_site& site, const char* what) {
-    if (!env->ExceptionCheck()) return false;
-    trace_at(site, "Detected exception : %s", what);
-    env->ExceptionClear();
-    return true;
-}
-
 describer::describer(const char* class_path, const field_spec* fields, std::size_t count) : java_made_(true) {
     JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return;

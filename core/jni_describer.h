@@ -20,6 +20,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/jni_cache.h"
 #include "core/trace.h"
 
 namespace orvane::jni {
@@ -29,9 +30,6 @@ struct field_spec {
     const char* name;
     const char* signature;
 };
-
-// Traces and clears a pending Java exception left by `what` at `site`; true when there was one.
-bool failed(JNIEnv* env, const trace_site& site, const char* what);
 
 class describer {
 public:

@@ -38,13 +38,7 @@ constexpr access_level_entry kAccessLevels[] = {
     {XSI_PBFS_USER_RIGHTS_USER, "USER"},
 };
 
-// Traces and clears a pending exception left by `what`; true when there was one.
-bool failed(JNIEnv* env, const trace_site& site, const char* what) {
-    if (!env->ExceptionCheck()) return false;
-    trace_at(site, "Detected exception : %s", what);
-    env->ExceptionClear();
-    return true;
-}
+using jni::failed;
 
 // A new attribute object made by its (String) constructor from `text` (null for a null text).
 jobject text_attribute(JNIEnv* env, const trace_site& site, jni::method_id& ctor, const char* text) {
