@@ -6,8 +6,11 @@
  * xdc_com_std_facade::add_smart_card_observer; the reader calls it on its own IPC thread. The reader's
  * notifications answer nothing: the reader does not wait for its observers' verdict.
  *
- * The reader settings of the same facade (reader information, event masks, FeliCa and MIFARE read settings)
- * are added beside the observer registration by a later change.
+ * The same facade tells about the reader attached now and keeps how it reads cards: the event mask (which
+ * card types it reports), what it reads from a FeliCa card (the id only, or data of the services of one of two
+ * service settings) and from a MIFARE Classic card (the id only, or the data of one sector, with the sector's
+ * key, from one of five read settings). The settings are kept by the reader's service and survive a reader
+ * being detached and attached again; every call about the reader answers NOT_EXIST while none is attached.
  */
 #ifndef XDC_COM_STD_H
 #define XDC_COM_STD_H
@@ -17,7 +20,11 @@
 
 /* Result codes of the card reader. */
 #define XDC_COM_STD_OK PLAT_CODE(0)
-#define XDC_COM_STD_NG PLAT_CODE(0xC4020001) /* general failure: null or unknown observer */
+#define XDC_COM_STD_NG PLAT_CODE(0xC4020001)         /* general failure: null or unknown observer */
+#define XDC_COM_STD_PARAM_ERROR PLAT_CODE(0xC4020002) /* a setting number or value the reader does not take */
+#define XDC_COM_STD_NOT_EXIST PLAT_CODE(0xC4020003)   /* no reader is attached */
+#define XDC_COM_STD_BUSY PLAT_CODE(0xC4020004)        /* the reader is reading a card */
+#define XDC_COM_STD_NO_SETTING PLAT_CODE(0xC4020006)  /* the read setting asked for holds nothing */
 
 /* Card types as the reader reports them (values of ENV_AUTH_IC_CARD_TYPE). */
 #define ENV_AUTH_IC_CARD_TYPE_A 0        /* ISO/IEC 14443 Type A, MIFARE Classic: sector-organised data */
@@ -42,6 +49,54 @@ PLAT_ASSERT_OFFSET(XDC_COM_STD_SMART_CARD_READER_INFO, product_id, 2);
 PLAT_ASSERT_OFFSET(XDC_COM_STD_SMART_CARD_READER_INFO, reader_type, 4);
 PLAT_ASSERT_OFFSET(XDC_COM_STD_SMART_CARD_READER_INFO, card_types, 8);
 PLAT_ASSERT_OFFSET(XDC_COM_STD_SMART_CARD_READER_INFO, read_button, 12);
+
+/* Setting numbers. */
+typedef int32_t XDC_COM_STD_FELICA_SETTING_NUM;               /* 0 or 1 */
+typedef int32_t XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING_NUM;  /* 0 to 4 */
+#define XDC_COM_STD_FELICA_SETTING_COUNT 2
+#define XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING_COUNT 5
+
+/* What the reader reads from a FeliCa card (set_felica_data_type). */
+#define XDC_COM_STD_FELICA_DATA_ID 0         /* the IDm only */
+#define XDC_COM_STD_FELICA_DATA_SERVICE 1    /* the IDm and the blocks of the service setting's services */
+
+/* What the reader reads from a MIFARE Classic card (set_mifare_classic_data_type). */
+#define XDC_COM_STD_MIFARE_DATA_ID 0         /* the UID only */
+#define XDC_COM_STD_MIFARE_DATA_VALUE 1      /* the UID and the value blocks of the read setting's sector */
+#define XDC_COM_STD_MIFARE_DATA_SECTOR 2     /* the UID and every block of the read setting's sector */
+
+/* One FeliCa service setting: the system and the blocks to read from two of its services (10 bytes). */
+typedef struct {
+    uint16_t service_code;
+    uint8_t num_of_blocks;   /* 0: the service is not read */
+    uint8_t pad;
+} XDC_COM_STD_FELICA_SERVICE;
+typedef struct {
+    uint16_t system_code;
+    XDC_COM_STD_FELICA_SERVICE service[2];
+} XDC_COM_STD_FELICA_SERVICE_SETTING;
+PLAT_ASSERT_OFFSET(XDC_COM_STD_FELICA_SERVICE_SETTING, system_code, 0);
+PLAT_ASSERT_OFFSET(XDC_COM_STD_FELICA_SERVICE_SETTING, service, 2);
+PLAT_ASSERT_SIZE(XDC_COM_STD_FELICA_SERVICE, 4);
+PLAT_ASSERT_SIZE(XDC_COM_STD_FELICA_SERVICE_SETTING, 10);
+
+/* Block counts a FeliCa service setting takes per service. */
+#define XDC_COM_STD_FELICA_MAX_BLOCKS 15
+
+/* One MIFARE Classic read setting (12 bytes). */
+#define XDC_COM_STD_MIFARE_KEY_TYPE_A 0
+#define XDC_COM_STD_MIFARE_KEY_TYPE_B 1
+#define XDC_COM_STD_MIFARE_KEY_SIZE 6
+#define XDC_COM_STD_MIFARE_SECTOR_COUNT 40   /* sectors 0x00..0x27 (MIFARE Classic 4K) */
+typedef struct {
+    int32_t key_type;                                /* XDC_COM_STD_MIFARE_KEY_TYPE_* */
+    uint8_t key[XDC_COM_STD_MIFARE_KEY_SIZE];
+    uint16_t sector_num;
+} XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING;
+PLAT_ASSERT_OFFSET(XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING, key_type, 0);
+PLAT_ASSERT_OFFSET(XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING, key, 4);
+PLAT_ASSERT_OFFSET(XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING, sector_num, 10);
+PLAT_ASSERT_SIZE(XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING, 12);
 
 /* A failed read. */
 typedef struct {
@@ -137,8 +192,27 @@ public:
     /* Unregisters an observer; XDC_COM_STD_NG for one not registered. */
     PLAT_RESULT remove_smart_card_observer(xdc_com_std_smart_card_observer* observer);
 
-    /* The reader settings (get_smart_card_reader_information, set_smart_card_event_masks, the FeliCa and
-     * MIFARE read settings) come here with the reader-settings change. */
+    /* The reader attached now; NOT_EXIST when none is. */
+    PLAT_RESULT get_smart_card_reader_information(XDC_COM_STD_SMART_CARD_READER_INFO& info);
+    /* Which card types the reader reports: bit n for ENV_AUTH_IC_CARD_TYPE n (bits 0..5). */
+    PLAT_RESULT set_smart_card_event_masks(unsigned char mask);
+    /* XDC_COM_STD_FELICA_DATA_*; another value: PARAM_ERROR. */
+    PLAT_RESULT set_felica_data_type(int type);
+    /* Service setting `number`; PARAM_ERROR for another number or a block count past
+     * XDC_COM_STD_FELICA_MAX_BLOCKS. Reading a setting never written gives zeros. */
+    PLAT_RESULT set_felica_service_setting(XDC_COM_STD_FELICA_SETTING_NUM number,
+                                           const XDC_COM_STD_FELICA_SERVICE_SETTING& setting);
+    PLAT_RESULT get_felica_service_setting(XDC_COM_STD_FELICA_SETTING_NUM number,
+                                           XDC_COM_STD_FELICA_SERVICE_SETTING& setting);
+    /* XDC_COM_STD_MIFARE_DATA_*; another value: PARAM_ERROR. */
+    PLAT_RESULT set_mifare_classic_data_type(int type);
+    /* Read setting `number`; NO_SETTING when it holds nothing (never written, or cleared). */
+    PLAT_RESULT get_mifare_classic_read_setting(XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING_NUM number,
+                                                XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING& setting);
+    /* PARAM_ERROR for another number, a key type other than A or B, or a sector past the card's last. */
+    PLAT_RESULT set_mifare_classic_read_setting(XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING_NUM number,
+                                                const XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING& setting);
+    PLAT_RESULT clear_mifare_classic_read_setting(XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING_NUM number);
 
 private:
     xdc_com_std_facade() = default;

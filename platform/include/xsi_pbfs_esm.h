@@ -8,8 +8,11 @@
  * registered with xsi_pbfs_esm_facade::xsi_pbfs_esm_add_observer. The monitor calls the notifications on its
  * own IPC thread; each answers the monitor with a result code (0 for success).
  *
- * The energy-saving requests of the same facade (sleep requests, deep-sleep suspension, wake-up date,
- * prohibition of energy saving) are added beside the observer registration by a later change.
+ * The same facade takes the applications' energy-saving requests. The machine is awake, in low power, asleep
+ * or in deep sleep. A request to save energy is granted only while no job runs and nobody prohibits energy
+ * saving; deep sleep is refused while an application suspends it. A granted request changes the state and
+ * the monitor tells its observers (notify_sleep) before it answers. Prohibition holds until it is lifted;
+ * each application's deep-sleep suspension holds until that application resumes it.
  */
 #ifndef XSI_PBFS_ESM_H
 #define XSI_PBFS_ESM_H
@@ -20,7 +23,14 @@
 /* Result codes of the status monitor. */
 #define XSI_PBFS_ESM_OK PLAT_CODE(0)
 #define XSI_PBFS_ESM_NG PLAT_CODE(0xC1010D01)           /* general failure: null or unknown observer */
+#define XSI_PBFS_ESM_BUSY PLAT_CODE(0xC1010D02)         /* a job runs: the machine cannot save energy now */
+#define XSI_PBFS_ESM_PROHIBITED PLAT_CODE(0xC1010D03)   /* energy saving is prohibited, or deep sleep suspended */
+#define XSI_PBFS_ESM_PARAM_ERROR PLAT_CODE(0xC1010D04)  /* an argument the monitor does not take */
+#define XSI_PBFS_ESM_NOT_SUSPENDED PLAT_CODE(0xC1010D05) /* resume by an application that did not suspend */
 #define XSI_PBFS_ESM_OBSERVER_NG PLAT_CODE(0xC1010D07)  /* an observer could not take a notification */
+
+/* Capacity of an application id in energy-saving requests, terminating zero included. */
+#define XSI_PBFS_ESM_APP_ID_SIZE 65
 
 /* USB memory status as the module of the wrapper layer exposes it. */
 typedef struct {
@@ -84,6 +94,13 @@ enum XSI_PBFS_EVENT_SLEEP_STATE : int32_t {
     XSI_PBFS_SLEEP_STATE_DEEP_SLEEP = 3
 };
 
+/* The energy-saving level an application asks for. */
+enum XSI_PBFS_ESM_STATUS_SLEEP : int32_t {
+    XSI_PBFS_ESM_SLEEP_LOW_POWER = 1,
+    XSI_PBFS_ESM_SLEEP_NORMAL = 2,
+    XSI_PBFS_ESM_SLEEP_DEEP = 3
+};
+
 /* The state of the resident applications the monitor asks about. */
 enum XSI_PBFS_ESM_REQ_APP_STATE : int32_t {
     XSI_PBFS_ESM_APP_STATE_IDLE = 0,
@@ -129,6 +146,25 @@ public:
     PLAT_RESULT xsi_pbfs_esm_add_observer(xsi_pbfs_esm_observer* observer);
     /* Unregisters an observer; XSI_PBFS_ESM_NG for one not registered. */
     PLAT_RESULT xsi_pbfs_esm_remove_observer(xsi_pbfs_esm_observer* observer);
+
+    /*
+     * Asks the machine to go to `level` now. BUSY while a job runs, PROHIBITED while energy saving is
+     * prohibited (or, for deep sleep, suspended), PARAM_ERROR for a level outside XSI_PBFS_ESM_STATUS_SLEEP.
+     * Granted: the state changes and the observers hear notify_sleep with the new state.
+     */
+    PLAT_RESULT xsi_pbfs_esm_request_energy_saving_mode(XSI_PBFS_ESM_STATUS_SLEEP level);
+    /* true prohibits energy saving (the machine wakes if it sleeps), false lifts the prohibition. */
+    PLAT_RESULT xsi_pbfs_esm_request_save_mode_prohibition(bool prohibit);
+    /* An application keeps the machine out of deep sleep until it resumes it; PARAM_ERROR for a null id or
+     * one of XSI_PBFS_ESM_APP_ID_SIZE bytes or more. A second suspension by the same application is harmless. */
+    PLAT_RESULT xsi_pbfs_esm_suspend_deep_sleep(const char* app_id);
+    /* NOT_SUSPENDED for an application that holds no suspension. */
+    PLAT_RESULT xsi_pbfs_esm_resume_deep_sleep(const char* app_id);
+    /*
+     * The time (seconds since 1970, device time) at which the machine wakes for the application; 0 cancels
+     * it. PARAM_ERROR for a time that is not a date on the device (past 2^31 - 1) or is not in the future.
+     */
+    PLAT_RESULT xsi_pbfs_esm_set_wakeup_date(const char* app_id, dev_ulong date);
 
 private:
     xsi_pbfs_esm_facade() = default;

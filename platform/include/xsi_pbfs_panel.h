@@ -95,6 +95,17 @@ enum XSI_PBFS_PANEL_DISPLAY_TEXT_TYPE : int32_t {
     XSI_PBFS_PANEL_DISPLAY_TEXT_NUMERIC = 2
 };
 
+/*
+ * The panel's automatic reset timer, as an application controls it: STOP holds the timer stopped for the
+ * application (the panel does not reset while any application holds it), START lets it go again, RESTART
+ * lets it go and counts the reset time from now.
+ */
+enum XSI_PBFS_PNL_RST_TMR : int32_t {
+    XSI_PBFS_PNL_RST_TMR_STOP = 0,
+    XSI_PBFS_PNL_RST_TMR_START = 1,
+    XSI_PBFS_PNL_RST_TMR_RESTART = 2
+};
+
 /* The request kind of xsi_pbfs_panel_request_display_soft_tenkey; what is asked is the record's display mode. */
 enum XSI_PBFS_PANEL_SOFT_TENKEY_REQUEST : int32_t { XSI_PBFS_PANEL_SOFT_TENKEY_REQUEST_DISPLAY = 0 };
 
@@ -441,6 +452,12 @@ public:
      */
     PLAT_RESULT xsi_pbfs_panel_request_display_soft_tenkey(const char* app_id, XSI_PBFS_PANEL_SOFT_TENKEY_REQUEST kind,
                                                            XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO& info);
+    /*
+     * The automatic reset timer for the application (XSI_PBFS_PNL_RST_TMR). PARAM_ERROR for a null or empty
+     * application id or an unknown control; NG for START by an application that holds no stop. RESTART releases
+     * the application's stop if it holds one and starts the count again.
+     */
+    PLAT_RESULT xsi_pbfs_panel_reset_timer_ctrl(const char* app_id, XSI_PBFS_PNL_RST_TMR control);
 
 private:
     xsi_pbfs_panel_facade() = default;

@@ -9,6 +9,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace jbrg_sim::esm {
 
@@ -34,6 +37,23 @@ int32_t send(uint32_t msg_id, const uint32_t* words, std::size_t count);
 
 // The observers registered now.
 std::size_t observers();
+
+// ---- Energy saving, as the device holds it ------------------------------------------------------------
+//
+// The state starts from the scenario's "esm" section (docs/device-information.md); a granted request
+// changes it, and the observers hear notify_sleep with the new state before the request answers.
+
+// The machine's state now (XSI_PBFS_EVENT_SLEEP_STATE).
+int32_t sleep_state();
+// Whether energy saving is prohibited now.
+bool save_mode_prohibited();
+// The applications that suspend deep sleep now, in the order they suspended it.
+std::vector<std::string> deep_sleep_suspended_by();
+// The wake-up time an application set (seconds since 1970); nothing when it set none or cancelled it.
+std::optional<uint32_t> wakeup_date(const std::string& app_id);
+// Someone touches the panel: the machine wakes; when it was not awake, the observers hear notify_sleep with
+// XSI_PBFS_SLEEP_STATE_AWAKE and their answer is returned (0 otherwise).
+int32_t wake_up();
 
 }  // namespace jbrg_sim::esm
 

@@ -72,6 +72,17 @@ struct keypad_setting {
 };
 std::optional<keypad_setting> keypad_initial_setting(const std::string& app_id);
 
+// ---- The automatic reset timer ----------------------------------------------------------------------------
+
+// Whether the timer runs (no application holds it stopped), and the applications that hold it, in order.
+bool reset_timer_running();
+std::vector<std::string> reset_timer_holders();
+// How many times an application restarted the count.
+unsigned reset_timer_restarts();
+// The reset time runs out: when the timer runs, the observers hear notify_auto_reset and true is returned;
+// when an application holds it, nothing happens and false is returned.
+bool reset_timer_expire();
+
 }  // namespace jbrg_sim::panel
 
 #endif  // JBRG_SIM_PANEL_H

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,7 @@ XDC_COM_STD_SMART_CARD_INFO card(int32_t card_type, const std::string& card_id,
 int32_t card_detected(const XDC_COM_STD_SMART_CARD_INFO& card_info);
 int32_t card_lost();
 int32_t card_error(int32_t error, uint32_t detail = 0);
+// A reader is attached (the device then answers with `reader_info`) or detached; the observers hear it.
 int32_t reader_added(const XDC_COM_STD_SMART_CARD_READER_INFO& reader_info);
 int32_t reader_removed();
 
@@ -48,6 +50,19 @@ int32_t send(uint32_t msg_id, const void* data, std::size_t size);
 
 // The observers registered now.
 std::size_t observers();
+
+// ---- The reader's settings, as the device holds them ------------------------------------------------------
+//
+// They start from the scenario's "smart_card" section (docs/device-information.md).
+
+bool reader_attached();
+uint8_t event_masks();
+int felica_data_type();
+int mifare_data_type();
+// FeliCa service setting 0 or 1 (zeros when never written).
+XDC_COM_STD_FELICA_SERVICE_SETTING felica_setting(int number);
+// MIFARE Classic read setting 0 to 4; nothing when it holds nothing.
+std::optional<XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING> mifare_setting(int number);
 
 }  // namespace jbrg_sim::smart_card
 
