@@ -53,8 +53,11 @@ function(jbrg_wrapper_modules target)
       OUTPUT "${cpp}" "${java}" "${manifest}" "${stated}" "${probe}"
       COMMAND Python3::Interpreter "${JBRG_WRAPGEN}" "${desc}" --module "${module}" --package "${package}"
               --cpp "${cpp}" --java-root "${JBRG_WRAPPER_OUT}/java" --manifest "${manifest}"
-              --stated "${stated}" --probe "${probe}"
+              --stated "${stated}" --probe "${probe}" --depfile "${cpp}.d"
       DEPENDS "${desc}" "${JBRG_WRAPGEN}"
+      # The shared parts (wrapper/shared/*.wrapi) the description uses: a change to one regenerates every
+      # module that uses it.
+      DEPFILE "${cpp}.d"
       COMMENT "wrapgen ${package}.${module}"
       VERBATIM)
     set(module_target "jbrg_wrap_${package_id}_${module}")

@@ -211,5 +211,74 @@ class Errors(unittest.TestCase):
                          'exports named twice: R_x_get, R_x_set')
 
 
+class SharedParts(unittest.TestCase):
+    """A record or constant several modules expose is described once, in a part each module uses."""
+
+    PART = '''
+        include "panel.h"
+        constant int PANEL_SIZE;
+        record P { char text[9]; }
+    '''
+
+    def generate_tree(self, modules, part=PART):
+        """Lays out wrapper/<package>/<module>.wrap and wrapper/shared/panel.wrapi and runs the generator on
+        each module; answers {module: (run, exports, depfile text)}."""
+        results = {}
+        with tempfile.TemporaryDirectory() as folder:
+            root = os.path.join(folder, 'wrapper')
+            os.makedirs(os.path.join(root, 'shared'))
+            with open(os.path.join(root, 'shared', 'panel.wrapi'), 'w', encoding='utf-8') as f:
+                f.write(textwrap.dedent(part))
+            for package, module, text in modules:
+                folder_of = os.path.join(root, *package.split('.'))
+                os.makedirs(folder_of, exist_ok=True)
+                path = os.path.join(folder_of, module + '.wrap')
+                with open(path, 'w', encoding='utf-8') as f:
+                    f.write(textwrap.dedent(text))
+                manifest, depfile = path + '.exports', path + '.d'
+                done = subprocess.run([sys.executable, GENERATOR, path, '--manifest', manifest, '--depfile', depfile,
+                                       '--cpp', path + '.cpp'], capture_output=True, text=True)
+                exports, deps = [], ''
+                if done.returncode == 0:
+                    with open(manifest, encoding='utf-8') as f:
+                        exports = [n.split('JNI_', 1)[1] for n in f.read().split()]
+                    with open(depfile, encoding='utf-8') as f:
+                        deps = f.read().replace(folder, '<tree>')
+                results[module] = (done, exports, deps)
+        return results
+
+    def test_two_modules_of_different_packages_publish_the_same_part_and_depend_on_it(self):
+        results = self.generate_tree([
+            ('event', 'a', 'module a\npackage event\nuse "shared/panel.wrapi"\nrecord Own { int x; }\n'),
+            ('device.attribute', 'b', 'module b\npackage device.attribute\nuse "shared/panel.wrapi"\n'),
+        ])
+        shared = ['P_1text_1get', 'P_1text_1set', 'PANEL_1SIZE_1get', 'delete_1P', 'new_1P']
+        for module in ('a', 'b'):
+            done, exports, deps = results[module]
+            self.assertEqual(0, done.returncode, done.stderr)
+            self.assertTrue(set(shared) <= set(exports), exports)
+            self.assertIn('<tree>/wrapper/shared/panel.wrapi', deps)
+        self.assertEqual(len(shared) + 4, len(results['a'][1]))
+
+    def test_a_part_declares_only_what_modules_share_and_its_errors_name_its_own_lines(self):
+        cases = (
+            ('module m\npackage p\nuse "shared/panel.wrapi"\n', 'record P { Unknown u; }\n',
+             'panel.wrapi:1: module m: no field of type "Unknown"'),
+            ('module m\npackage p\nuse "shared/panel.wrapi"\n', 'package q\n', 'a shared part cannot declare "package"'),
+            ('module m\nuse "shared/panel.wrapi"\npackage p\n', PART_OK, '"use" comes after "package"'),
+            ('module m\npackage p\nuse "shared/nothing.wrapi"\n', PART_OK, 'cannot read shared part shared/nothing.wrapi'),
+            ('module m\npackage p\nuse "shared/panel.wrapi"\nuse "shared/panel.wrapi"\n', PART_OK, 'used twice'),
+            ('module m\npackage p\nuse "shared/panel.wrap"\n', PART_OK, 'use takes a quoted shared part'),
+        )
+        for module, part, said in cases:
+            with self.subTest(said):
+                done, _, _ = self.generate_tree([('p', 'm', module)], part=part)['m']
+                self.assertNotEqual(0, done.returncode)
+                self.assertIn(said, done.stderr)
+
+
+PART_OK = 'record P { int x; }\n'
+
+
 if __name__ == '__main__':
     unittest.main()

@@ -17,6 +17,11 @@ handles, argument checks and their exception texts, array conversion) live in th
 `wrapper/runtime/wrap_runtime.h`; this generator only decides which of them each export uses: how each parameter
 and result type crosses is one row of the type map (TYPE_MAP below), looked up by the type's kind and shape.
 
+A record or constant that several modules expose is described once, in a shared part
+(`wrapper/shared/<name>.wrapi`), which each of those modules takes in with `use "shared/<name>.wrapi"`: the
+modules cannot come to disagree about it. `--depfile` names the parts a module used, so that the build
+regenerates every module that uses a part when the part changes.
+
 The description language is documented in docs/wrapper.md. Standard library only.
 """
 
@@ -103,6 +108,22 @@ def tokenize(text: str, path: str) -> List[Tok]:
     return tokens
 
 
+class SourceLine(int):
+    """A line number that knows its file, so that a declaration taken in from a shared part is reported where
+    it is written."""
+    path: str
+
+    def __new__(cls, value: int, path: str):
+        line = int.__new__(cls, value)
+        line.path = path
+        return line
+
+
+def where(path: str, line: int) -> str:
+    """`file:line` of a declaration: its own file when it came from a shared part, else `path`."""
+    return f'{getattr(line, "path", path)}:{line}'
+
+
 @dataclasses.dataclass
 class Type:
     """A type as a description writes it: `const std::string &`, `unsigned long * OUTPUT`, `XSI_X &`."""
@@ -177,24 +198,30 @@ class Module:
     constants: List[Tuple[Type, str, str]] = dataclasses.field(default_factory=list)  # (type, export, expr)
     globals: List[Field] = dataclasses.field(default_factory=list)
     order: List[object] = dataclasses.field(default_factory=list)  # declarations in order
+    parts: List[str] = dataclasses.field(default_factory=list)     # shared parts used, as files
+
+
+# The extension of a shared part: not `.wrap`, so that the build does not take a part for a module.
+PART_SUFFIX = '.wrapi'
 
 
 class Parser:
-    def __init__(self, text: str, path: str):
+    def __init__(self, text: str, path: str, module: Optional[Module] = None, part: bool = False):
         self.path = path
         self.toks = tokenize(text, path)
         self.i = 0
-        self.module = Module()
+        self.module = module if module is not None else Module()
+        self.part = part   # a shared part declares records, enumerations, typedefs, constants and includes only
 
     # -- token helpers
     def peek(self, k: int = 0) -> Optional[str]:
         j = self.i + k
         return self.toks[j].text if j < len(self.toks) else None
 
-    def line(self) -> int:
+    def line(self) -> SourceLine:
         if self.i < len(self.toks):
-            return self.toks[self.i].line
-        return self.toks[-1].line if self.toks else 1
+            return SourceLine(self.toks[self.i].line, self.path)
+        return SourceLine(self.toks[-1].line if self.toks else 1, self.path)
 
     def fail(self, message: str) -> DescriptionError:
         return DescriptionError(f'{self.path}:{self.line()}: {message}')
@@ -219,7 +246,11 @@ class Parser:
         m = self.module
         while self.peek() is not None:
             word = self.take()
-            if word == 'module':
+            if self.part and word in ('module', 'package', 'namespace', 'java_arrays', 'use'):
+                raise self.fail(f'a shared part cannot declare "{word}": that is its modules\' business')
+            if word == 'use':
+                self.use()
+            elif word == 'module':
                 m.name = self.ident()
             elif word == 'package':
                 parts = [self.ident()]
@@ -235,7 +266,8 @@ class Parser:
                 inc = self.take()
                 if not inc.startswith('"'):
                     raise self.fail('include takes a quoted header name')
-                m.includes.append(inc[1:-1])
+                if inc[1:-1] not in m.includes:
+                    m.includes.append(inc[1:-1])
             elif word == 'typedef':
                 name = self.ident()
                 target = self.scalar_words(self.type_tokens_until(';'))
@@ -266,9 +298,31 @@ class Parser:
                 m.order.append(('global', name))
             else:
                 raise self.fail(f'unknown declaration "{word}"')
-        if not m.name or not m.package:
+        if not self.part and (not m.name or not m.package):
             raise DescriptionError(f'{self.path}: a description needs "module" and "package"')
         return m
+
+    def use(self):
+        """`use "shared/<name>.wrapi"`: the declarations of a shared part, taken in here as if written here. The
+        path is relative to the folder of the package folders (`wrapper/`), found from the module's package."""
+        written = self.take()
+        if not written.startswith('"') or not written[1:-1].endswith(PART_SUFFIX):
+            raise self.fail(f'use takes a quoted shared part, "<folder>/<name>{PART_SUFFIX}"')
+        if not self.module.package:
+            raise self.fail('"use" comes after "package", which tells where the shared parts are')
+        root = os.path.dirname(os.path.abspath(self.path))
+        for _ in self.module.package.split('.'):
+            root = os.path.dirname(root)
+        part = os.path.normpath(os.path.join(root, written[1:-1]))
+        if part in self.module.parts:
+            raise self.fail(f'{written[1:-1]} is used twice')
+        try:
+            with open(part, encoding='utf-8') as f:
+                text = f.read()
+        except OSError as error:
+            raise self.fail(f'cannot read shared part {written[1:-1]}: {error.strerror}')
+        self.module.parts.append(part)
+        Parser(text, part, self.module, part=True).parse()
 
     def qualified(self, name: str) -> str:
         if '::' in name or not self.module.namespace:
@@ -533,7 +587,7 @@ class Kinds:
         return re.sub(r'\s+', '', base)
 
     def error(self, line: int, message: str) -> DescriptionError:
-        return DescriptionError(f'{self.path}:{line}: module {self.m.name}: {message}')
+        return DescriptionError(f'{where(self.path, line)}: module {self.m.name}: {message}')
 
 
 # ---- The type map -----------------------------------------------------------------------------------------
@@ -835,7 +889,7 @@ class Generator:
             if fn.stated and fn.stated_overload != expected:
                 written = 'no number' if fn.stated_overload is None else f'__SWIG_{fn.stated_overload}'
                 actual = 'no number' if expected is None else f'__SWIG_{expected}'
-                raise DescriptionError(f'{self.path}:{fn.line}: module {self.m.name}: {base.split("__SWIG_")[0]} is '
+                raise DescriptionError(f'{where(self.path, fn.line)}: module {self.m.name}: {base.split("__SWIG_")[0]} is '
                                        f'stated with {written} but exported with {actual}')
             seen[key] = number + 1
             fn.export = base
@@ -1036,6 +1090,8 @@ def main(argv: List[str]) -> int:
     ap.add_argument('--manifest', help='where to write the sorted export names')
     ap.add_argument('--stated', help='where to write the export names Java applications link against as stated')
     ap.add_argument('--probe', help='where to write the table of exports the hostile-argument probe calls')
+    ap.add_argument('--depfile', help='where to write, as a make rule for the --cpp file, the description and '
+                                      'the shared parts it uses')
     ap.add_argument('--module', help='the module the description must declare (its file name)')
     ap.add_argument('--package', help='the package the description must declare (its folder)')
     ap.add_argument('--print', choices=['header', 'java', 'module', 'count'],
@@ -1077,6 +1133,10 @@ def main(argv: List[str]) -> int:
         write_if_changed(args.stated, gen.stated())
     if args.probe:
         write_if_changed(args.probe, gen.probe())
+    if args.depfile:
+        target = args.cpp or args.description
+        sources = [os.path.abspath(args.description)] + module.parts
+        write_if_changed(args.depfile, f'{target}: ' + ' '.join(s.replace(' ', '\\ ') for s in sources) + '\n')
     return 0
 
 
