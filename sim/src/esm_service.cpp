@@ -9,13 +9,37 @@
 //   - Calls log the observer as a pointer.
 //   - dispatch() of a message id the base does not know, or with fewer data words than the notification
 //     takes, answers 0xE0010001 and calls nothing.
+//
+// The monitor also keeps the machine's energy state, which is device content (a scenario load or a reset
+// sets it again). The "esm" section of the scenario:
+//
+//   "esm": { "state": 0, "prohibited": false, "suspended_by": ["app"] }
+//
+// state is XSI_PBFS_EVENT_SLEEP_STATE (default 0, awake; a machine whose energy saving is prohibited is
+// awake); suspended_by lists the applications that hold deep sleep suspended. Energy-saving requests:
+//   - request_energy_saving_mode checks the level (PARAM_ERROR), then the job service (BUSY while a user job
+//     has neither ended nor been cancelled), then prohibition and, for deep sleep, suspension (PROHIBITED).
+//     A granted request sets the state to the level (the level numbers are the state numbers) and, with the
+//     device lock released, sends notify_sleep to the observers on the "esm" thread and waits for them; it
+//     answers 0 whatever they answer. An observer must not request energy saving from inside notify_sleep:
+//     the monitor's thread is the one delivering to it.
+//   - Prohibition wakes a machine that is not awake (the observers hear notify_sleep with the awake state
+//     the same way) and holds it awake until it is lifted.
+//   - Application ids: null, empty or of XSI_PBFS_ESM_APP_ID_SIZE bytes or more are PARAM_ERROR. Wake-up
+//     dates are kept per application; 0 cancels one.
 #include <algorithm>
 #include <cstring>
+#include <ctime>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "jbrg_sim/control.h"
 #include "jbrg_sim/esm.h"
+#include "job_store.h"
+#include "scenario.h"
 #include "sim.h"
+#include "sim_internal.h"
 #include "xsi_pbfs_esm.h"
 
 namespace {
@@ -41,6 +65,52 @@ int32_t send_message(uint32_t msg_id, std::vector<dev_ulong> words) {
         }
         return answer;
     });
+}
+
+// ---- The energy state --------------------------------------------------------------------------------------
+
+bool good_app_id(const char* app_id) {
+    return app_id != nullptr && app_id[0] != '\0' && std::strlen(app_id) < XSI_PBFS_ESM_APP_ID_SIZE;
+}
+
+struct energy {
+    int32_t state = XSI_PBFS_SLEEP_STATE_AWAKE;
+    bool prohibited = false;
+    std::vector<std::string> suspended_by;
+    std::map<std::string, uint32_t> wakeup_dates;
+};
+
+energy parse(const nlohmann::json& scenario) {
+    const jbrg_sim::scenario_part part(scenario, "esm", {"state", "prohibited", "suspended_by"});
+    energy e;
+    e.state = static_cast<int32_t>(
+        part.integer_at("state", XSI_PBFS_SLEEP_STATE_AWAKE, XSI_PBFS_SLEEP_STATE_AWAKE, XSI_PBFS_SLEEP_STATE_DEEP_SLEEP));
+    e.prohibited = part.flag_at("prohibited", false);
+    if (e.prohibited && e.state != XSI_PBFS_SLEEP_STATE_AWAKE) part.fail("a machine that may not save energy is awake");
+    for (const nlohmann::json& app : part.list_at("suspended_by")) {
+        if (!app.is_string() || !good_app_id(app.get<std::string>().c_str())) {
+            part.fail("suspended_by holds an application id that is not one");
+        }
+        if (std::find(e.suspended_by.begin(), e.suspended_by.end(), app.get<std::string>()) != e.suspended_by.end()) {
+            part.fail("suspended_by names \"" + app.get<std::string>() + "\" twice");
+        }
+        e.suspended_by.push_back(app.get<std::string>());
+    }
+    return e;
+}
+
+energy& machine() {
+    static auto* s = new jbrg_sim::state_service<energy, parse>;
+    return s->state;
+}
+// Registers the service with the device when the library is loaded.
+[[maybe_unused]] const energy& registered_energy = machine();
+
+// Wakes the machine; true when it was not awake. Under the device lock.
+bool wake() {
+    const bool was_asleep = machine().state != XSI_PBFS_SLEEP_STATE_AWAKE;
+    machine().state = XSI_PBFS_SLEEP_STATE_AWAKE;
+    return was_asleep;
 }
 
 }  // namespace
@@ -151,6 +221,72 @@ PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_remove_observer(xsi_pbfs_esm_obser
     return XSI_PBFS_ESM_OK;
 }
 
+PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_request_energy_saving_mode(XSI_PBFS_ESM_STATUS_SLEEP level) {
+    // The observers hear the new state after the device lock is released: a plain op, locked for the decision.
+    jbrg_sim::op call("xsi_pbfs_esm_request_energy_saving_mode", level);
+    if (call.forced()) return call.result();
+    {
+        auto lock = jbrg_sim::device_lock();
+        if (level < XSI_PBFS_ESM_SLEEP_LOW_POWER || level > XSI_PBFS_ESM_SLEEP_DEEP) return XSI_PBFS_ESM_PARAM_ERROR;
+        if (jbrg_sim::jobsvc::jobs().running_user_jobs() != 0) return XSI_PBFS_ESM_BUSY;
+        if (machine().prohibited || (level == XSI_PBFS_ESM_SLEEP_DEEP && !machine().suspended_by.empty())) {
+            return XSI_PBFS_ESM_PROHIBITED;
+        }
+        machine().state = level;
+    }
+    send_message(XSI_PBFS_ESM_MSG_SLEEP, {static_cast<dev_ulong>(level)});
+    return XSI_PBFS_ESM_OK;
+}
+
+PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_request_save_mode_prohibition(bool prohibit) {
+    jbrg_sim::op call("xsi_pbfs_esm_request_save_mode_prohibition", prohibit);
+    if (call.forced()) return call.result();
+    bool woke = false;
+    {
+        auto lock = jbrg_sim::device_lock();
+        machine().prohibited = prohibit;
+        if (prohibit) woke = wake();
+    }
+    if (woke) send_message(XSI_PBFS_ESM_MSG_SLEEP, {XSI_PBFS_SLEEP_STATE_AWAKE});
+    return XSI_PBFS_ESM_OK;
+}
+
+PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_suspend_deep_sleep(const char* app_id) {
+    jbrg_sim::locked_op call("xsi_pbfs_esm_suspend_deep_sleep", app_id);
+    if (call.forced()) return call.result();
+    if (!good_app_id(app_id)) return XSI_PBFS_ESM_PARAM_ERROR;
+    std::vector<std::string>& apps = machine().suspended_by;
+    if (std::find(apps.begin(), apps.end(), app_id) == apps.end()) apps.emplace_back(app_id);
+    return XSI_PBFS_ESM_OK;
+}
+
+PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_resume_deep_sleep(const char* app_id) {
+    jbrg_sim::locked_op call("xsi_pbfs_esm_resume_deep_sleep", app_id);
+    if (call.forced()) return call.result();
+    if (!good_app_id(app_id)) return XSI_PBFS_ESM_PARAM_ERROR;
+    std::vector<std::string>& apps = machine().suspended_by;
+    auto at = std::find(apps.begin(), apps.end(), app_id);
+    if (at == apps.end()) return XSI_PBFS_ESM_NOT_SUSPENDED;
+    apps.erase(at);
+    return XSI_PBFS_ESM_OK;
+}
+
+PLAT_RESULT xsi_pbfs_esm_facade::xsi_pbfs_esm_set_wakeup_date(const char* app_id, dev_ulong date) {
+    jbrg_sim::locked_op call("xsi_pbfs_esm_set_wakeup_date", app_id, date);
+    if (call.forced()) return call.result();
+    if (!good_app_id(app_id)) return XSI_PBFS_ESM_PARAM_ERROR;
+    if (date == 0) {
+        machine().wakeup_dates.erase(app_id);
+        return XSI_PBFS_ESM_OK;
+    }
+    // The device keeps dates as signed 32-bit seconds, and wakes only for one still to come.
+    if (date > 0x7FFFFFFFu || static_cast<long long>(date) <= static_cast<long long>(std::time(nullptr))) {
+        return XSI_PBFS_ESM_PARAM_ERROR;
+    }
+    machine().wakeup_dates[app_id] = date;
+    return XSI_PBFS_ESM_OK;
+}
+
 // ---- The control surface --------------------------------------------------------------------------------
 
 namespace jbrg_sim::esm {
@@ -189,5 +325,26 @@ int32_t send(uint32_t msg_id, const uint32_t* words, std::size_t count) {
 }
 
 std::size_t observers() { return registered().size(); }
+
+int32_t sleep_state() { return read_locked(machine, &energy::state); }
+bool save_mode_prohibited() { return read_locked(machine, &energy::prohibited); }
+std::vector<std::string> deep_sleep_suspended_by() { return read_locked(machine, &energy::suspended_by); }
+
+std::optional<uint32_t> wakeup_date(const std::string& app_id) {
+    const std::map<std::string, uint32_t> dates = read_locked(machine, &energy::wakeup_dates);
+    auto at = dates.find(app_id);
+    if (at == dates.end()) return std::nullopt;
+    return at->second;
+}
+
+int32_t wake_up() {
+    ensure_loaded();
+    bool woke = false;
+    {
+        auto lock = device_lock();
+        woke = wake();
+    }
+    return woke ? send_message(XSI_PBFS_ESM_MSG_SLEEP, {XSI_PBFS_SLEEP_STATE_AWAKE}) : 0;
+}
 
 }  // namespace jbrg_sim::esm

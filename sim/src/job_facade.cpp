@@ -365,6 +365,7 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_kick(unsigned int service_id, unsign
         u.store_box = j->store_box;
         u.store_pass = j->store_pass;
         u.doc_name = j->now.texts[XSI_AIS_JOB_SETTING_FILE_NAME];
+        u.box_job_type = j->box_job_type;
     }
     s.user_jobs[user_job_id] = std::move(u);
     if (s.run_jobs) post_run(user_job_id);
@@ -543,6 +544,7 @@ PLAT_RESULT xsi_ais_job_facade::xsi_ais_job_box_job_prepare(unsigned int handler
         j->store_box = setting.box_id;
         j->store_pass = pass;
     }
+    j->box_job_type = static_cast<int>(setting.box_job_type);
     j->prepared = "box";
     return XSI_AIS_JOB_OK;
 }

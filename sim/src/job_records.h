@@ -105,6 +105,7 @@ struct jobinfo {
     std::string user_name;         // the user of its certificate (generate_jobinfo_bkg); "" without one
     dev_ulong store_box = 0;       // the box a store box job stores into (prepared with XSI_AIS_BOX_JOB_STORE)
     std::string store_pass;        // and the password that opens it
+    int box_job_type = 0;          // XSI_AIS_BOX_JOB_TYPE of a prepared box job; 0 for none
 };
 
 struct service_rec {
@@ -127,6 +128,7 @@ struct user_job_rec {
     dev_ulong store_box = 0;
     std::string store_pass;
     std::string doc_name;          // the set's file name; "" for the device's own name
+    int box_job_type = 0;          // what a box job does (XSI_AIS_BOX_JOB_TYPE); 0 for other jobs
 };
 
 struct ocr_record {

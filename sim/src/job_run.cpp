@@ -12,6 +12,7 @@
 #include "jbrg_sim/jobinfo.h"
 #include "job_store.h"
 #include "sim_internal.h"
+#include "system_info_internal.h"
 #include "xsi_ais_job.h"
 
 using namespace jbrg_sim::jobsvc;
@@ -157,6 +158,7 @@ step next_step(unsigned int user_job_id, unsigned long generation) {
     } else if (i.pages_done < i.pages) {
         st.what = step::page;
         st.page_number = ++i.pages_done;
+        jbrg_sim::sysinfo::count_page(i.category, u.box_job_type, u.numbers);
         st.state = state_of(u, XSI_AIS_JOB_STATE_START, 0, user);
     } else if (reads && !u.scan_end_reported) {
         u.scan_end_reported = true;

@@ -24,6 +24,11 @@
 //     above 2: XSI_PBFS_PANEL_PARAM_ERROR, nothing changes); any other mode hides it, keeping layout,
 //     position and place. Either way the record comes back holding the keypad as it was before the request,
 //     so an all-zero request both reads and hides it.
+//   - The automatic reset timer: STOP holds it for the application (a second STOP is harmless), START
+//     releases that hold (XSI_PBFS_PANEL_NG for an application that holds none), RESTART releases the
+//     application's hold if it has one and counts the reset time from now. The timer runs while nobody holds
+//     it; when its time runs out (jbrg_sim::panel::reset_timer_expire) the observers hear the automatic
+//     reset. Holds are panel content: a scenario load or a reset drops them.
 //   - Every call logs its parameters in order; the keypad record is logged by its fields,
 //     "{display_mode=1, layout=0, position=2, x=10, y=20}", so that what reached the panel can be read.
 #include <algorithm>
@@ -64,6 +69,8 @@ struct contents {
     bool ext_auth_initialized = false;
     bool j_foundation_started = false;
     unsigned resets_ended = 0;
+    std::vector<std::string> reset_timer_holders;
+    unsigned reset_timer_restarts = 0;
 };
 
 contents parse(const json& scenario) {
@@ -390,6 +397,30 @@ PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_request_display_soft_tenkey(
     return XSI_PBFS_PANEL_OK;
 }
 
+PLAT_RESULT xsi_pbfs_panel_facade::xsi_pbfs_panel_reset_timer_ctrl(const char* app_id, XSI_PBFS_PNL_RST_TMR control) {
+    jbrg_sim::locked_op call("xsi_pbfs_panel_reset_timer_ctrl", app_id, control);
+    if (call.forced()) return call.result();
+    if (!known_app(app_id) || control < XSI_PBFS_PNL_RST_TMR_STOP || control > XSI_PBFS_PNL_RST_TMR_RESTART) {
+        return XSI_PBFS_PANEL_PARAM_ERROR;
+    }
+    contents& c = the_panel().state;
+    auto held = std::find(c.reset_timer_holders.begin(), c.reset_timer_holders.end(), app_id);
+    switch (control) {
+        case XSI_PBFS_PNL_RST_TMR_STOP:
+            if (held == c.reset_timer_holders.end()) c.reset_timer_holders.emplace_back(app_id);
+            break;
+        case XSI_PBFS_PNL_RST_TMR_START:
+            if (held == c.reset_timer_holders.end()) return XSI_PBFS_PANEL_NG;
+            c.reset_timer_holders.erase(held);
+            break;
+        case XSI_PBFS_PNL_RST_TMR_RESTART:
+            if (held != c.reset_timer_holders.end()) c.reset_timer_holders.erase(held);
+            ++c.reset_timer_restarts;
+            break;
+    }
+    return XSI_PBFS_PANEL_OK;
+}
+
 // ---- The control surface -------------------------------------------------------------------------------
 
 namespace jbrg_sim::panel {
@@ -443,6 +474,17 @@ std::optional<int> softkeyboard_text_type(const std::string& identifier, uint32_
 bool extension_authentication_initialized() { return read(&contents::ext_auth_initialized); }
 bool j_foundation_started() { return read(&contents::j_foundation_started); }
 unsigned resets_ended() { return read(&contents::resets_ended); }
+
+bool reset_timer_running() { return read(&contents::reset_timer_holders).empty(); }
+std::vector<std::string> reset_timer_holders() { return read(&contents::reset_timer_holders); }
+unsigned reset_timer_restarts() { return read(&contents::reset_timer_restarts); }
+
+bool reset_timer_expire() {
+    // The observers hear the reset without the device lock, as every panel notification.
+    if (!reset_timer_running()) return false;
+    notify_auto_reset();
+    return true;
+}
 
 keypad_state keypad() {
     const XSI_PBFS_PANEL_SOFT_TENKEY_DISPLAY_INFO k = read(&contents::keypad);

@@ -105,6 +105,17 @@ public:
     virtual apply_step read(const nlohmann::json& scenario) = 0;
 };
 
+// A service whose whole state is one value that `Parse` reads from the scenario (throwing for a part that
+// does not read): a load replaces the value.
+template <class State, State (*Parse)(const nlohmann::json&)>
+class state_service final : public service {
+public:
+    apply_step read(const nlohmann::json& scenario) override {
+        return [this, next = Parse(scenario)] { state = next; };
+    }
+    State state;
+};
+
 // ---- Observers registered with a service ------------------------------------------------------------------
 
 // What the running processes registered with the device (their observers). It is not the device's content:

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "sim.h"
+
 namespace jbrg_sim {
 
 // Loads the start-up scenario, once, if nothing has yet. Every operation does this first (through `op`);
@@ -12,6 +14,15 @@ void ensure_loaded();
 
 // Keeps one printed trace line for the control surface.
 void record_trace(unsigned module, unsigned level, unsigned flags, const char* format, std::string text);
+
+// A copy of one member of a service's state, for the control surface's getters: the device loaded first,
+// the copy taken under the device lock.
+template <class State, class T>
+T read_locked(State& (*state)(), T State::*member) {
+    ensure_loaded();
+    auto lock = device_lock();
+    return state().*member;
+}
 
 }  // namespace jbrg_sim
 
