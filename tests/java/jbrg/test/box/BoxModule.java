@@ -2,6 +2,8 @@ package jbrg.test.box;
 
 import static jbrg.test.Check.equal;
 import static jbrg.test.Check.that;
+import static jbrg.test.Logins.login;
+import static jbrg.test.Logins.logout;
 import static orvane.qsf.wrapper.box.qsf_fnd_document_box_moduleJNI.*;
 
 import java.util.ArrayList;
@@ -24,7 +26,6 @@ import orvane.qsf.box.document.FaxDocumentImpl;
 import orvane.qsf.box.document.JobDocumentDetailInfoImpl;
 import orvane.qsf.box.document.JobDocumentImpl;
 import orvane.qsf.box.document.RemovableMemoryFileImpl;
-import orvane.qsf.wrapper.user.qsf_fnd_userJNI;
 
 /** The document box module as a Java application uses it, on the devices of the C++ suites in tests/box. */
 public final class BoxModule {
@@ -96,23 +97,6 @@ public final class BoxModule {
             s.append(b).append('{').append(b.getInfo()).append("}\n");
         }
         return s.toString();
-    }
-
-    static long login(String name, String password) {
-        long a = qsf_fnd_userJNI.new_qsf_fnd_authentication();
-        long cert = qsf_fnd_userJNI.new_QSF_FND_CERTIFICATE_ID();
-        equal(0, qsf_fnd_userJNI.qsf_fnd_authentication_login__SWIG_0(a, null, name, password, 1, cert, null),
-                "login " + name);
-        long id = qsf_fnd_userJNI.QSF_FND_CERTIFICATE_ID_id_get(cert, null);
-        qsf_fnd_userJNI.delete_QSF_FND_CERTIFICATE_ID(cert);
-        qsf_fnd_userJNI.delete_qsf_fnd_authentication(a);
-        return id;
-    }
-
-    static void logout(long cert) {
-        long a = qsf_fnd_userJNI.new_qsf_fnd_authentication();
-        equal(0, qsf_fnd_userJNI.qsf_fnd_authentication_logout(a, null, cert), "logout");
-        qsf_fnd_userJNI.delete_qsf_fnd_authentication(a);
     }
 
     /** Boxes made through the module come back in the listing with everything they were made with. */
