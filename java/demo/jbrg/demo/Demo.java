@@ -10,6 +10,7 @@ import orvane.qsf.box.document.DocumentInfoImpl;
 import orvane.qsf.controller.event.proxy.EventLog;
 import orvane.qsf.wrapper.address.cmt_address_book_moduleJNI;
 import orvane.qsf.wrapper.box.qsf_fnd_document_box_moduleJNI;
+import orvane.qsf.wrapper.device.attribute.CMT_SystemInformationJNI;
 import orvane.qsf.user.UserImpl;
 import orvane.qsf.wrapper.event.qsf_fnd_eventJNI;
 import orvane.qsf.wrapper.job.qsf_fnd_job_moduleJNI;
@@ -19,8 +20,8 @@ import orvane.qsf.wrapper.user.qsf_fnd_userJNI;
 /**
  * A Java application's typical request on the device: bring the bridge up, log a user in, build a job that
  * scans and sends by e-mail to an address it finds in the address book, create and start it, store a scan in
- * a box of the user's and list the box, and log out. Run with JBRG_TRACE=1 to see the bridge's
- * trace lines on standard error.
+ * a box of the user's and list the box, and log out; and read the device's page counters before and after
+ * the jobs. Run with JBRG_TRACE=1 to see the bridge's trace lines on standard error.
  */
 public final class Demo {
     // Values of the device's job service and authentication service.
@@ -33,6 +34,11 @@ public final class Demo {
     private static final int KIND_ALL = 0;
     private static final int CATEGORY_BOX = 5;
     private static final int BOX_JOB_STORE = 3;
+    // Page counters of the device's system information: kinds, and the colour of a count (0 counts all).
+    private static final int COUNT_PRINT_TOTAL = 0;
+    private static final int COUNT_SCAN_TOTAL = 4;
+    private static final int COUNT_COLOR_MONO = 1;
+    private static final int COUNT_COLOR_FULL = 2;
 
     private Demo() {}
 
@@ -55,8 +61,10 @@ public final class Demo {
 
         times();
         users();
+        pageCounters("before the jobs");
         scanToEmail();
         scanToBox();
+        pageCounters("after the jobs");
 
         qsf_fnd_eventJNI.qsf_fnd_event_manager_terminate(events, null);
         qsf_fnd_eventJNI.delete_qsf_fnd_event_manager(events);
@@ -183,6 +191,32 @@ public final class Demo {
             qsf_fnd_job_moduleJNI.delete_qsf_fnd_job_proxy(jobs);
             qsf_fnd_userJNI.delete_QSF_FND_CERTIFICATE_ID(cert);
             qsf_fnd_userJNI.delete_qsf_fnd_authentication(auth);
+        }
+    }
+
+    private static long count(long info, int kind, int color) {
+        long query = CMT_SystemInformationJNI.new_XSI_PBFS_COUNT_INFO();
+        CMT_SystemInformationJNI.XSI_PBFS_COUNT_INFO_count_kind_set(query, null, kind);
+        CMT_SystemInformationJNI.XSI_PBFS_COUNT_INFO_color_info_set(query, null, color);
+        long[] count = {0};
+        long result = CMT_SystemInformationJNI.CMT_System_Info_get_count(info, null, query, null, count);
+        CMT_SystemInformationJNI.delete_XSI_PBFS_COUNT_INFO(query);
+        if (result != 0) {
+            throw new IllegalStateException("get_count failed with " + result);
+        }
+        return count[0];
+    }
+
+    /** The device's page counters, of every paper size. */
+    private static void pageCounters(String when) {
+        long info = CMT_SystemInformationJNI.new_CMT_System_Info();
+        try {
+            System.out.println();
+            System.out.printf("page counters %s: printed %d, scanned %d (%d mono, %d colour)%n", when,
+                    count(info, COUNT_PRINT_TOTAL, 0), count(info, COUNT_SCAN_TOTAL, 0),
+                    count(info, COUNT_SCAN_TOTAL, COUNT_COLOR_MONO), count(info, COUNT_SCAN_TOTAL, COUNT_COLOR_FULL));
+        } finally {
+            CMT_SystemInformationJNI.delete_CMT_System_Info(info);
         }
     }
 
