@@ -16,7 +16,8 @@ class ratio_reporter : public benchmark::ConsoleReporter {
 public:
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) times[run.benchmark_name()] = run.GetAdjustedRealTime();
+        // By the benchmark's function name, without the options Google Benchmark adds to it ("/min_time:2").
+        for (const Run& run : runs) times[run.run_name.function_name] = run.GetAdjustedRealTime();
     }
     std::map<std::string, double> times;
 };

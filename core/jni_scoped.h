@@ -73,6 +73,7 @@ struct array_traits;
         }                                                                                          \
         static A make(JNIEnv* env, jsize n) { return env->New##Name##Array(n); }                   \
         static void set(JNIEnv* env, A a, jsize n, const E* e) { env->Set##Name##ArrayRegion(a, 0, n, e); } \
+        static void get_region(JNIEnv* env, A a, jsize n, E* e) { env->Get##Name##ArrayRegion(a, 0, n, e); } \
     };
 JBRG_ARRAY_TRAITS(jboolean, jbooleanArray, Boolean)
 JBRG_ARRAY_TRAITS(jbyte, jbyteArray, Byte)

@@ -174,6 +174,24 @@ class TypeMap(unittest.TestCase):
             self.assertIn(message, texts['cpp'])
         self.assertIn('::jbrg::wrap::string_arg arg6(jenv, jarg6);', texts['cpp'])
 
+    def test_an_array_is_checked_against_its_size_wherever_the_size_stands_and_a_const_one_is_not_written_back(self):
+        done, texts = generate(self.HEAD + '''
+            class C [[nodelete]] {
+                static int fill(signed char buffer[size], unsigned long size);
+                static int put(unsigned long size, const signed char data[size]);
+            }
+        ''', outputs=('cpp',))
+        self.assertEqual(0, done.returncode, done.stderr)
+        fill = texts['cpp'].split('C_1fill')[1].split('C_1put')[0]
+        put = texts['cpp'].split('C_1put')[1]
+        # The size follows the buffer: checked once it is read, before the call.
+        self.assertLess(fill.index('arg1.covers(static_cast<dev_ulong>(jarg2))'), fill.index('C::fill('))
+        self.assertIn('arg1.store();', fill)
+        self.assertIn('arg2.covers(static_cast<dev_ulong>(jarg1))', put)
+        self.assertNotIn('arg2.store();', put)
+        done, _ = generate(self.HEAD + 'class C { static int f(int data[count]); }\n')
+        self.assertIn('the size "count" of "data[]" is not a parameter', done.stderr)
+
 
 class Errors(unittest.TestCase):
     def assertFails(self, description, *fragments, args=()):

@@ -810,11 +810,17 @@ class Generator:
         if arg.handle:
             params.append(OWNER)
         before = [self.fill(s, t, n) for s in arg.before]
-        if p.bound:
-            if p.bound not in named:
-                raise self.k.error(line, f'the size "{p.bound}" of "{p.name}[]" is not an earlier parameter')
-            before.append(f'if (!arg{n}.covers({named[p.bound]})) return jresult;')
-        return params, before, self.fill(arg.call, t, n), [self.fill(s, t, n) for s in arg.after]
+        if p.bound and p.bound in named:
+            before.append(self.bound_check(n, named[p.bound]))
+        # An array the callee takes as const cannot have changed: nothing is written back.
+        after = [] if p.array and t.const else [self.fill(s, t, n) for s in arg.after]
+        return params, before, self.fill(arg.call, t, n), after
+
+    @staticmethod
+    def bound_check(n: int, size: str) -> str:
+        """The check that array argument n holds at least `size` elements."""
+        return f'if (!arg{n}.covers({size})) return jresult;'
+
 
     def convert_result(self, t: Optional[Type], line: int) -> ResultOut:
         """The result row of t, filled in."""
@@ -838,8 +844,11 @@ class Generator:
             body.append('if (self == nullptr) return jresult;')
             n = 2
         named: Dict[str, str] = {}
+        later_bounds: List[Tuple[int, Param]] = []   # arrays sized by a parameter that follows them
         for p in params:
             jp, pre, expr, after = self.convert_param(p, n, line, named)
+            if p.bound and p.bound not in named:
+                later_bounds.append((n, p))
             if p.name:
                 named[p.name] = expr
             jparams += jp
@@ -847,6 +856,11 @@ class Generator:
             post += after
             args.append(expr)
             n += 1
+        # An array sized by a later parameter (`buffer[size], size`) is checked once that parameter is read.
+        for at, p in later_bounds:
+            if p.bound not in named:
+                raise self.k.error(line, f'the size "{p.bound}" of "{p.name}[]" is not a parameter')
+            body.append(self.bound_check(at, named[p.bound]))
         if constructor:
             out = ResultOut('jlong', 'long', 'new:' + self.k.probe_name(constructor),
                             ('jresult = ::jbrg::wrap::adopt(result);',))

@@ -151,7 +151,23 @@ void string_holder_arg::store() {
 
 template <class C, class J>
 array_arg<C, J>::array_arg(JNIEnv* jenv, array input) : jenv_(jenv), input_(input) {
-    ok_ = array_in<C, J>(jenv, &jarr_, &carr_, input);
+    if constexpr (kSameLayout) {
+        if (input == nullptr) {
+            throw_java(jenv, NullPointerException, "null array");
+            return;
+        }
+        length_ = jenv->GetArrayLength(input);
+        carr_ = new (std::nothrow) C[static_cast<std::size_t>(length_)];
+        if (carr_ == nullptr) {
+            throw_java(jenv, OutOfMemoryError, "array memory allocation failed");
+            return;
+        }
+        ::orvane::jni::array_traits<J>::get_region(jenv, input, length_, reinterpret_cast<J*>(carr_));
+        ok_ = true;
+    } else {
+        ok_ = array_in<C, J>(jenv, &jarr_, &carr_, input);
+        if (ok_) length_ = jenv->GetArrayLength(input);
+    }
 }
 
 template <class C, class J>
@@ -163,15 +179,19 @@ array_arg<C, J>::~array_arg() {
 
 template <class C, class J>
 bool array_arg<C, J>::covers(unsigned long long count) {
-    if (static_cast<unsigned long long>(jenv_->GetArrayLength(input_)) >= count) return true;
+    if (static_cast<unsigned long long>(length_) >= count) return true;
     throw_java(jenv_, IndexOutOfBoundsException, "incorrect array size");
     return false;
 }
 
 template <class C, class J>
 void array_arg<C, J>::store() {
-    array_argout<C, J>(jenv_, jarr_, carr_, input_);
-    jarr_ = nullptr;
+    if constexpr (kSameLayout) {
+        ::orvane::jni::array_traits<J>::set(jenv_, input_, length_, reinterpret_cast<const J*>(carr_));
+    } else {
+        array_argout<C, J>(jenv_, jarr_, carr_, input_);
+        jarr_ = nullptr;
+    }
 }
 
 jstring new_string(JNIEnv* jenv, const char* text) { return ::orvane::jni::new_string(jenv, text); }

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "core/handle.h"
@@ -186,8 +187,12 @@ private:
     bool ok_ = false;
 };
 
-// An input array (`T name[]`): converted with SWIG_JavaArrayIn, handed to the callee, which may change it,
-// and written back into the Java array after the call. Not called: released without copying back.
+// An input array (`T name[]`): copied into a C array of its length and handed to the callee, which may change
+// it; written back into the Java array after the call, unless the callee takes it as `const` and so cannot
+// change it. Not called: nothing is written back. Elements whose C type has the Java element's own layout
+// (signed char, short, int, long long, float, double) are copied whole, by region; the others (bool,
+// unsigned char, the unsigned and the device's long types) element by element with their conversion, as
+// SWIG_JavaArrayIn and SWIG_JavaArrayArgout do. The only native memory is the C array: one array's length.
 template <class C, class J>
 class array_arg {
 public:
@@ -199,13 +204,18 @@ public:
     explicit operator bool() const { return ok_; }
     C* get() const { return carr_; }
     // An array that must hold at least `count` elements (`name[size]`): a shorter one throws
-    // IndexOutOfBoundsException "incorrect array size", so that the callee never reads past it.
+    // IndexOutOfBoundsException "incorrect array size", so that the callee never reads or writes past it.
     bool covers(unsigned long long count);
     void store();
 
 private:
+    // C and J are the same bytes: the array is copied by region.
+    static constexpr bool kSameLayout = std::is_integral_v<C> == std::is_integral_v<J> && sizeof(C) == sizeof(J) &&
+                                        std::is_signed_v<C> == std::is_signed_v<J> && !std::is_same_v<C, bool>;
+
     JNIEnv* jenv_;
     array input_;
+    jsize length_ = 0;
     J* jarr_ = nullptr;
     C* carr_ = nullptr;
     bool ok_ = false;
