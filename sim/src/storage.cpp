@@ -1,13 +1,18 @@
 // The platform's storage library: the storage areas of the device's media, kept as folders on the host.
 //
-// Every area is a real folder, <root>/area<id>, below a private root that is made with mkdtemp under $TMPDIR
-// (or /tmp) the first time storage is used, and removed again when the process ends. Files and directories
-// in an area are ordinary host files, so tests can look at what the bridge wrote, and the bridge sees what
-// tests put there.
+// Every area is a real folder, <root>/area<id>. Files and directories in an area are ordinary host files, so
+// tests can look at what the bridge wrote, and the bridge sees what tests put there. The root is either
+//   - named: by the scenario's "root", or else by the environment variable JBRG_SIM_STORAGE_ROOT (an absolute
+//     path either way). It is the user's folder: made when missing, never removed, never wiped; a load makes
+//     the areas that are missing and writes the scenario's files over what is there, and keeps the rest, so a
+//     medium can live from one run to the next; or
+//   - private: made with mkdtemp under $TMPDIR (or /tmp) the first time storage is used, wiped at each load and
+//     removed again when the process ends.
 //
 // The "storage" section of the scenario says what the medium holds:
 //
 //   "storage": {
+//     "root":   "/var/tmp/device-media",
 //     "areas":  [ {"id": 45, "mounted": true, "read_only": false}, ... ],
 //     "files":  [ {"area": 45, "path": "docs/readme.txt", "text": "hello", "attributes": 1, "mtime": 1700000000},
 //                 {"area": 45, "path": "empty", "dir": true} ],
@@ -15,15 +20,24 @@
 //     "disks":  [0, 1, 2]
 //   }
 //
-// Each key may be left out and then has the device's usual value: the areas 45, 43, 100, 22, 17 and 16, all
-// mounted and writable; no files; the statfs numbers above; the disks 0, 1 and 2. A load wipes the areas and
-// lays them out again from the scenario, and drops every open handle, so a reset gives a clean medium.
+// Each key may be left out and then has the device's usual value: a private root; the areas 45, 43, 100, 22, 17
+// and 16, all mounted and writable; no files; the statfs numbers above; the disks 0, 1 and 2. A load lays the
+// areas out from the scenario and drops every open handle, so a reset gives a clean medium (on a private root).
 //
 // Behaviour worth knowing when reading the bridge against it:
-//   - Paths are relative to the area root; "" is the root itself. Absolute paths, and paths that climb out of
-//     the area with "..", are refused with XDC_STRG_R_PARAM.
+//   - Paths are relative to the area root; "" is the root itself. Absolute paths, paths that climb out of the
+//     area with "..", paths that lead out of it through a symbolic link, paths longer than XDC_STRG_PATH_MAX
+//     bytes and paths with a part longer than XDC_STRG_NAME_MAX bytes are refused with XDC_STRG_R_PARAM, and
+//     nothing outside the area is read or changed. A link that stays inside the area is followed; remove,
+//     rename and move work on a link itself, never on what it points to.
 //   - File and directory handles share one numbering, start at 1 after each load and are never 0, so a file
 //     handle given to a directory call (or the other way round) is unknown: XDC_STRG_R_NOT_FOUND.
+//   - Positions and sizes are the device's 32-bit values: fread stops at position 2^31-1, fwrite refuses to
+//     pass it with XDC_STRG_R_NO_SPACE, and stat refuses a file of 4 GiB or more with XDC_STRG_R_PARAM.
+//   - The statfs numbers are the medium's state at load and then follow what the library's calls do: all areas
+//     share one medium, a regular file takes its size rounded up to whole blocks (directories and links take
+//     none), and a write that does not fit into the available blocks writes nothing: XDC_STRG_R_NO_SPACE.
+//     What is changed on the host behind the library's back is not counted.
 //   - Attributes are the device's own, kept per path beside the host file (only ARCHIVE, HIDDEN and READONLY
 //     are kept). READONLY refuses opening for write, remove and rename with XDC_STRG_R_ACCESS, and clears the
 //     write bits of the mode that xdc_strg_stat reports.
@@ -32,6 +46,11 @@
 //   - Out-parameters are written whatever the result (0 or "" when the call failed), and forced out-values
 //     are written over them after the work. The out names are listed at each function. A forced result, or
 //     a null pointer refused with XDC_STRG_R_PARAM, leaves the outs untouched.
+//
+// The host calls are plain POSIX ones built with large-file interfaces (see sim/CMakeLists.txt), not
+// std::filesystem: on the 32-bit device a host folder whose inode numbers or file sizes do not fit 32 bits
+// would otherwise fail with EOVERFLOW.
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -42,7 +61,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
+#include <deque>
 #include <map>
 #include <optional>
 #include <set>
@@ -63,7 +82,6 @@ namespace {
 // that the comparison stays meaningful where off_t is itself 32 bits wide.)
 bool beyond_device_position(long long position) { return position > INT32_MAX; }
 
-namespace fs = std::filesystem;
 using json = nlohmann::json;
 
 // The attribute bits the device keeps; any other bit given to set_attribute is dropped.
@@ -89,6 +107,7 @@ struct file_entry {
 
 // What a scenario's "storage" section describes, checked before anything on the host is touched.
 struct layout {
+    std::string root;  // a named root; "" for the environment's or a private one
     std::map<int, area_state> areas;
     std::vector<file_entry> files;
     XDC_STRG_STATFS statfs{4096, 262144, 131072, 120000};
@@ -108,30 +127,52 @@ struct open_dir {
 
 // ---- Paths --------------------------------------------------------------------------------------------
 
+// The parts of a path, without empty and "." ones.
+std::deque<std::string> parts_of(const std::string& path) {
+    std::deque<std::string> parts;
+    std::size_t at = 0;
+    while (at <= path.size()) {
+        std::size_t end = path.find('/', at);
+        if (end == std::string::npos) end = path.size();
+        std::string part = path.substr(at, end - at);
+        if (!part.empty() && part != ".") parts.push_back(std::move(part));
+        at = end + 1;
+    }
+    return parts;
+}
+
+// False for a path the device cannot name: longer than XDC_STRG_PATH_MAX bytes, or with a part longer than
+// XDC_STRG_NAME_MAX bytes.
+bool nameable(const char* path) {
+    if (std::strlen(path) > XDC_STRG_PATH_MAX) return false;
+    std::size_t part = 0;
+    for (const char* p = path; *p != '\0'; ++p) {
+        part = *p == '/' ? 0 : part + 1;
+        if (part > XDC_STRG_NAME_MAX) return false;
+    }
+    return true;
+}
+
 // The path inside the area with "." and empty parts dropped and ".." applied; nothing when the path is
-// absolute or climbs above the area root. The root itself is "".
+// absolute, climbs above the area root or cannot be named on the device. The root itself is "".
 std::optional<std::string> normalise(const char* path) {
-    if (path == nullptr || path[0] == '/') return std::nullopt;
+    if (path == nullptr || path[0] == '/' || !nameable(path)) return std::nullopt;
     std::vector<std::string> parts;
-    const char* p = path;
-    while (*p != '\0') {
-        const char* end = std::strchr(p, '/');
-        if (end == nullptr) end = p + std::strlen(p);
-        std::string part(p, end);
-        if (part == "..") {
-            if (parts.empty()) return std::nullopt;
-            parts.pop_back();
-        } else if (!part.empty() && part != ".") {
+    for (std::string& part : parts_of(path)) {
+        if (part != "..") {
             parts.push_back(std::move(part));
+        } else if (parts.empty()) {
+            return std::nullopt;
+        } else {
+            parts.pop_back();
         }
-        p = *end == '\0' ? end : end + 1;
     }
-    std::string joined;
+    std::string text;
     for (const std::string& part : parts) {
-        if (!joined.empty()) joined += '/';
-        joined += part;
+        if (!text.empty()) text += '/';
+        text += part;
     }
-    return joined;
+    return text;
 }
 
 // True when `path` is `dir` itself or lies below it.
@@ -172,11 +213,114 @@ int copy_out(const std::string& text, char* buffer, dev_ulong capacity) {
     return text.size() > room ? XDC_STRG_R_PARAM : XDC_STRG_R_OK;
 }
 
+// ---- The host's file system ---------------------------------------------------------------------------
+
+std::string parent_of(const std::string& path) {
+    std::size_t slash = path.rfind('/');
+    return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
+}
+
+std::string joined(const std::string& folder, const std::string& name) {
+    return folder == "/" ? "/" + name : folder + "/" + name;
+}
+
+// Makes `path` and the folders above it where missing; 0 or the host's errno.
+int make_folders(const std::string& path) {
+    for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
+        std::string folder = path.substr(0, end);
+        if (::mkdir(folder.c_str(), 0755) != 0 && errno != EEXIST) return errno;
+        if (end == std::string::npos) break;
+    }
+    struct stat st;
+    if (::stat(path.c_str(), &st) != 0) return errno;
+    return S_ISDIR(st.st_mode) ? 0 : ENOTDIR;
+}
+
+// The names in a folder, without "." and ".."; 0 or the host's errno.
+int folder_names(const std::string& path, std::vector<std::string>& names) {
+    DIR* dir = ::opendir(path.c_str());
+    if (dir == nullptr) return errno;
+    errno = 0;
+    while (const dirent* entry = ::readdir(dir)) {
+        std::string name = entry->d_name;
+        if (name != "." && name != "..") names.push_back(std::move(name));
+        errno = 0;
+    }
+    int error = errno;
+    ::closedir(dir);
+    return error;
+}
+
+// Removes `path` and everything below it; a link goes itself, what it points to stays. 0 or the host's errno.
+int remove_tree(const std::string& path) {
+    struct stat st;
+    if (::lstat(path.c_str(), &st) != 0) return errno == ENOENT ? 0 : errno;
+    if (!S_ISDIR(st.st_mode)) return ::unlink(path.c_str()) == 0 ? 0 : errno;
+    std::vector<std::string> names;
+    if (int error = folder_names(path, names); error != 0) return error;
+    for (const std::string& name : names) {
+        if (int error = remove_tree(path + "/" + name); error != 0) return error;
+    }
+    return ::rmdir(path.c_str()) == 0 ? 0 : errno;
+}
+
+// As many links as the host follows in one path before it gives up with ELOOP.
+constexpr int kMaxLinks = 40;
+
+// Where `path` (normalised, inside the area) leads on the host, following symbolic links as the host does,
+// except a link that is the path's last part when `follow_last` is false (so that it can be removed or
+// renamed itself). `area` is the real path of the area's folder. A link may lead anywhere inside the area;
+// a path that ends outside it is XDC_STRG_R_PARAM, so that nothing outside is read or changed through a link.
+// A missing last part is no failure (a call may be about to make it); a missing folder on the way is
+// XDC_STRG_R_NOT_FOUND.
+int follow(const std::string& area, const std::string& path, bool follow_last, std::string& host) {
+    std::deque<std::string> todo = parts_of(path);
+    std::string at = area;
+    int links = 0;
+    while (!todo.empty()) {
+        std::string part = std::move(todo.front());
+        todo.pop_front();
+        if (part == "..") {
+            at = parent_of(at);
+            continue;
+        }
+        std::string next = joined(at, part);
+        bool last = todo.empty();
+        struct stat st;
+        if (::lstat(next.c_str(), &st) != 0) {
+            if (errno == ENOENT && last) {
+                at = next;
+                break;
+            }
+            return within(at, area) ? from_errno(errno) : XDC_STRG_R_PARAM;
+        }
+        if (S_ISLNK(st.st_mode) && (follow_last || !last)) {
+            if (++links > kMaxLinks) return XDC_STRG_R_PARAM;
+            std::vector<char> target(static_cast<std::size_t>(PATH_MAX) + 1);
+            ssize_t length = ::readlink(next.c_str(), target.data(), target.size() - 1);
+            if (length < 0) return from_errno(errno);
+            std::string text(target.data(), static_cast<std::size_t>(length));
+            if (!text.empty() && text[0] == '/') at = "/";
+            std::deque<std::string> more = parts_of(text);
+            todo.insert(todo.begin(), more.begin(), more.end());
+            continue;
+        }
+        if (!last && !S_ISDIR(st.st_mode)) return within(next, area) ? XDC_STRG_R_NOT_FOUND : XDC_STRG_R_PARAM;
+        at = std::move(next);
+    }
+    if (!within(at, area)) return XDC_STRG_R_PARAM;
+    host = std::move(at);
+    return XDC_STRG_R_OK;
+}
+
 // ---- The scenario's "storage" section -----------------------------------------------------------------
 
 layout parse(const json& scenario) {
     layout l;
-    const jbrg_sim::scenario_part part(scenario, "storage", {"areas", "files", "statfs", "disks"});
+    const jbrg_sim::scenario_part part(scenario, "storage", {"root", "areas", "files", "statfs", "disks"});
+
+    l.root = part.text_at("root");
+    if (part.has("root") && (l.root.empty() || l.root[0] != '/')) part.fail("root must be an absolute path");
 
     if (!part.has("areas")) {
         for (int id : {45, 43, 100, 22, 17, 16}) l.areas[id] = area_state{};
@@ -243,11 +387,16 @@ pid_t& root_owner() {
     return *pid;
 }
 
-// The medium goes away with the process that made it; a forked child leaves its parent's medium alone.
+// A private medium goes away with the process that made it; a forked child leaves its parent's medium alone.
 void remove_root_at_exit() {
     if (root_owner() != getpid() || root_owned_for_removal().empty()) return;
-    std::error_code ignored;
-    fs::remove_all(root_owned_for_removal(), ignored);
+    remove_tree(root_owned_for_removal());
+}
+
+// The root the environment names, "" when none.
+std::string environment_root() {
+    const char* root = std::getenv("JBRG_SIM_STORAGE_ROOT");
+    return root != nullptr ? root : "";
 }
 
 class storage_service final : public jbrg_sim::service {
@@ -267,14 +416,18 @@ public:
         for (const file_entry& f : layout_.files) {
             if (f.attributes != 0) attributes_[{f.area, f.path}] = f.attributes;
         }
-        // Without a root yet there is nothing to wipe; the areas are laid out when storage is first used.
+        used_ = 0;
+        named_root_ = layout_.root.empty() ? environment_root() : layout_.root;
+        root_.clear();
         laid_out_ = false;
-        if (!root_.empty()) lay_out();
+        // A root in use is laid out again at once, so that a reset shows on the host straight away; a private
+        // root not made yet waits for the first use. A root the host refuses is told at that use.
+        if (!named_root_.empty() || !private_root_.empty()) ready_or_fail();
     }
 
     // The root, made and laid out on first use; throws when the host refuses.
     const std::string& ready() {
-        if (root_.empty()) make_root();
+        if (root_.empty()) root_ = choose_root();
         if (!laid_out_) lay_out();
         return root_;
     }
@@ -296,15 +449,16 @@ public:
 
     std::string area_folder(int id) const { return root_ + "/area" + std::to_string(id); }
 
-    // A checked place in an area: its path inside the area and its host path.
+    // A checked place in an area: its path inside the area and where it leads on the host.
     struct place {
         int area = 0;
         std::string path;
         std::string host;
     };
 
-    // Checks area, path and mount in that order; `writing` also refuses a read-only area.
-    int resolve(int area_id, const char* path, bool writing, place& out) {
+    // Checks area, path and mount in that order; `writing` also refuses a read-only area. `follow_last` as
+    // for follow(): false for the calls that work on a link itself or make the last part.
+    int resolve(int area_id, const char* path, bool writing, bool follow_last, place& out) {
         const area_state* a = area(area_id);
         if (a == nullptr) return XDC_STRG_R_PARAM;
         std::optional<std::string> p = normalise(path);
@@ -312,10 +466,13 @@ public:
         if (!a->mounted) return XDC_STRG_R_ACCESS;
         if (writing && a->read_only) return XDC_STRG_R_ACCESS;
         if (int r = ready_or_fail(); r != XDC_STRG_R_OK) return r;
+        char* real = ::realpath(area_folder(area_id).c_str(), nullptr);
+        if (real == nullptr) return from_errno(errno);
+        std::string area_real = real;
+        std::free(real);
         out.area = area_id;
         out.path = *p;
-        out.host = area_folder(area_id) + (p->empty() ? "" : "/" + *p);
-        return XDC_STRG_R_OK;
+        return follow(area_real, *p, follow_last, out.host);
     }
 
     unsigned attributes(const place& at) const {
@@ -360,7 +517,43 @@ public:
         return next_handle_++;
     }
 
-    const XDC_STRG_STATFS& statfs() const { return layout_.statfs; }
+    // ---- Space on the medium ----
+    // One medium holds every area. The scenario's numbers are its state at load; `used_` counts the blocks
+    // the library's calls took since (less those they gave back, so it may go below 0). A regular file takes
+    // its size rounded up to whole blocks; a medium of block size 0 counts nothing.
+
+    long long blocks_of(long long bytes) const {
+        long long block = layout_.statfs.block_size;
+        return block == 0 || bytes <= 0 ? 0 : (bytes + block - 1) / block;
+    }
+
+    // True when a file may grow from `before` to `after` bytes.
+    bool fits(long long before, long long after) const {
+        long long needed = blocks_of(after) - blocks_of(before);
+        return needed <= 0 || needed <= live(layout_.statfs.available);
+    }
+
+    // A file went from `before` to `after` bytes.
+    void resized(long long before, long long after) { used_ += blocks_of(after) - blocks_of(before); }
+
+    XDC_STRG_STATFS statfs() const {
+        XDC_STRG_STATFS now = layout_.statfs;
+        now.free = static_cast<dev_ulong>(live(now.free));
+        now.available = static_cast<dev_ulong>(live(now.available));
+        return now;
+    }
+
+    // True when a handle other than `except` has the file `st` open.
+    bool open_elsewhere(const struct stat& st, dev_ulong except) const {
+        for (const auto& [handle, f] : files) {
+            struct stat other;
+            if (handle != except && ::fstat(f.fd, &other) == 0 && other.st_dev == st.st_dev &&
+                other.st_ino == st.st_ino) {
+                return true;
+            }
+        }
+        return false;
+    }
 
     const std::set<int>& disks() const { return layout_.disks; }
 
@@ -370,7 +563,24 @@ public:
     std::set<int> removed_disks;
 
 private:
-    void make_root() {
+    // A count of blocks at load as it is now.
+    long long live(dev_ulong at_load) const {
+        return std::clamp<long long>(static_cast<long long>(at_load) - used_, 0, UINT32_MAX);
+    }
+
+    std::string choose_root() {
+        if (named_root_.empty()) {
+            if (private_root_.empty()) make_private_root();
+            return private_root_;
+        }
+        if (named_root_[0] != '/') {
+            throw std::runtime_error("storage: the root " + named_root_ + " is not an absolute path");
+        }
+        if (int error = make_folders(named_root_); error != 0) fail("make the root", named_root_, std::strerror(error));
+        return named_root_;
+    }
+
+    void make_private_root() {
         const char* tmp = std::getenv("TMPDIR");
         std::string base = tmp != nullptr && *tmp != '\0' ? tmp : "/tmp";
         std::string pattern = base + "/jbrgsim-storage-XXXXXX";
@@ -379,35 +589,39 @@ private:
         if (mkdtemp(name.data()) == nullptr) {
             throw std::runtime_error("cannot make the storage root below " + base + ": " + std::strerror(errno));
         }
-        root_ = name.data();
-        root_owned_for_removal() = root_;
+        private_root_ = name.data();
+        root_owned_for_removal() = private_root_;
         if (root_owner() == 0) {
             root_owner() = getpid();
             std::atexit(remove_root_at_exit);
         }
     }
 
-    // Wipes the root and makes the scenario's areas, directories and files in it.
+    // Makes the scenario's areas, directories and files in the root; a private root is wiped first, a named
+    // one keeps what it holds.
     void lay_out() {
-        std::error_code error;
-        for (const fs::directory_entry& entry : fs::directory_iterator(root_, error)) {
-            fs::remove_all(entry.path(), error);
-            if (error) break;
+        if (named_root_.empty()) {
+            std::vector<std::string> names;
+            int error = folder_names(root_, names);
+            for (std::size_t i = 0; error == 0 && i < names.size(); ++i) error = remove_tree(root_ + "/" + names[i]);
+            if (error != 0) fail("wipe the storage root", root_, std::strerror(error));
         }
-        if (error) throw std::runtime_error("cannot wipe the storage root " + root_ + ": " + error.message());
         for (const auto& [id, a] : layout_.areas) {
-            if (::mkdir(area_folder(id).c_str(), 0755) != 0) fail("make area", area_folder(id), std::strerror(errno));
+            if (int error = make_folders(area_folder(id)); error != 0) {
+                fail("make area", area_folder(id), std::strerror(error));
+            }
         }
         for (const file_entry& f : layout_.files) {
-            fs::path host = fs::path(area_folder(f.area)) / f.path;
-            fs::create_directories(f.dir ? host : host.parent_path(), error);
-            if (error) fail("make folders for", host.string(), error.message());
+            std::string host = area_folder(f.area) + "/" + f.path;
+            if (int error = make_folders(f.dir ? host : parent_of(host)); error != 0) {
+                fail("make folders for", host, std::strerror(error));
+            }
             if (!f.dir) {
                 int fd = ::open(host.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-                if (fd < 0) fail("make file", host.string(), std::strerror(errno));
+                if (fd < 0) fail("make file", host, std::strerror(errno));
                 bool written = write_all(fd, f.text);
                 ::close(fd);
-                if (!written) fail("write file", host.string(), std::strerror(errno));
+                if (!written) fail("write file", host, std::strerror(errno));
             }
         }
         // Times last, as making a file changes the time of the directory it is in.
@@ -445,8 +659,11 @@ private:
     }
 
     layout layout_;
-    std::string root_;
+    std::string root_;          // the root in use; "" until the first use after a load
+    std::string named_root_;    // the scenario's or the environment's root; "" for the private one
+    std::string private_root_;  // made once, on first need, and removed at exit
     bool laid_out_ = false;
+    long long used_ = 0;
     std::map<std::pair<int, std::string>, unsigned> attributes_;
     dev_ulong next_handle_ = 1;
 };
@@ -476,9 +693,10 @@ int open_flags(int mode) {
     }
 }
 
-// The host status of a place; XDC_STRG_R_OK or the library's answer to the failure.
+// The host status of a place (of a link itself where the place is one); XDC_STRG_R_OK or the library's answer
+// to the failure.
 int host_stat(const storage_service::place& at, struct stat& st) {
-    return ::stat(at.host.c_str(), &st) == 0 ? XDC_STRG_R_OK : from_errno(errno);
+    return ::lstat(at.host.c_str(), &st) == 0 ? XDC_STRG_R_OK : from_errno(errno);
 }
 
 int do_fopen(int area_id, const char* path, int mode, dev_ulong& handle) {
@@ -486,13 +704,16 @@ int do_fopen(int area_id, const char* path, int mode, dev_ulong& handle) {
     if (flags < 0) return XDC_STRG_R_PARAM;
     storage_service& s = storage();
     storage_service::place at;
-    if (int r = s.resolve(area_id, path, writes(mode), at); r != XDC_STRG_R_OK) return r;
+    if (int r = s.resolve(area_id, path, writes(mode), true, at); r != XDC_STRG_R_OK) return r;
     struct stat st;
     bool existed = ::stat(at.host.c_str(), &st) == 0;
     if (existed && S_ISDIR(st.st_mode)) return XDC_STRG_R_ACCESS;
     if (existed && writes(mode) && s.read_only(at)) return XDC_STRG_R_ACCESS;
-    int fd = ::open(at.host.c_str(), flags | O_CLOEXEC, 0644);
+    // The place is resolved to its real path already; a link that turned up there since is not followed.
+    int fd = ::open(at.host.c_str(), flags | O_CLOEXEC | O_NOFOLLOW, 0644);
     if (fd < 0) return from_errno(errno);
+    // Opening for write empties the file and gives its blocks back.
+    if (existed && S_ISREG(st.st_mode) && (flags & O_TRUNC) != 0) s.resized(st.st_size, 0);
     // A file made new has no attributes of an earlier file of that name.
     if (!existed) s.forget_attributes(at);
     handle = s.new_handle();
@@ -507,6 +728,11 @@ int do_fread(signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong& d
     if (buffer == nullptr) return XDC_STRG_R_PARAM;
     if (!reads(f->second.mode)) return XDC_STRG_R_ACCESS;
     if (size == 0) return XDC_STRG_R_OK;
+    // Nothing lies beyond position 2^31-1 for the device: a read stops there.
+    off_t at = ::lseek(f->second.fd, 0, SEEK_CUR);
+    if (at < 0) return from_errno(errno);
+    if (at >= INT32_MAX) return XDC_STRG_R_EOF;
+    size = static_cast<dev_ulong>(std::min<long long>(size, INT32_MAX - static_cast<long long>(at)));
     while (done < size) {
         ssize_t n = ::read(f->second.fd, buffer + done, std::min<std::size_t>(size - done, SSIZE_MAX));
         if (n < 0 && errno == EINTR) continue;
@@ -524,14 +750,33 @@ int do_fwrite(const signed char* buffer, dev_ulong size, dev_ulong handle, dev_u
     if (f == s.files.end()) return XDC_STRG_R_NOT_FOUND;
     if (buffer == nullptr) return XDC_STRG_R_PARAM;
     if (!writes(f->second.mode)) return XDC_STRG_R_ACCESS;
+    if (size == 0) return XDC_STRG_R_OK;
+    int fd = f->second.fd;
+    struct stat st;
+    if (::fstat(fd, &st) != 0) return from_errno(errno);
+    long long before = st.st_size;
+    long long start = f->second.mode == XDC_STRG_MODE_APPEND ? before : static_cast<long long>(::lseek(fd, 0, SEEK_CUR));
+    if (start < 0) return from_errno(errno);
+    // All or nothing: a file cannot grow past 2 GiB - 1 on the device, nor beyond the blocks still available.
+    long long end = start + static_cast<long long>(size);
+    if (beyond_device_position(end) || !s.fits(before, std::max(before, end))) return XDC_STRG_R_NO_SPACE;
+    int result = XDC_STRG_R_OK;
     while (done < size) {
-        ssize_t n = ::write(f->second.fd, buffer + done, std::min<std::size_t>(size - done, SSIZE_MAX));
+        ssize_t n = ::write(fd, buffer + done, std::min<std::size_t>(size - done, SSIZE_MAX));
         if (n < 0 && errno == EINTR) continue;
-        if (n < 0) return from_errno(errno);
-        if (n == 0) return XDC_STRG_R_NO_SPACE;
+        if (n < 0) {
+            result = from_errno(errno);
+            break;
+        }
+        if (n == 0) {
+            result = XDC_STRG_R_NO_SPACE;
+            break;
+        }
         done += static_cast<dev_ulong>(n);
     }
-    return XDC_STRG_R_OK;
+    long long after = ::fstat(fd, &st) == 0 ? static_cast<long long>(st.st_size) : std::max(before, start + done);
+    s.resized(before, after);
+    return result;
 }
 
 int do_fseek(dev_ulong handle, dev_long offset, int origin) {
@@ -567,13 +812,10 @@ int do_fseek(dev_ulong handle, dev_long offset, int origin) {
 int do_opendir(int area_id, const char* path, dev_ulong& handle) {
     storage_service& s = storage();
     storage_service::place at;
-    if (int r = s.resolve(area_id, path, false, at); r != XDC_STRG_R_OK) return r;
-    std::error_code error;
+    if (int r = s.resolve(area_id, path, false, true, at); r != XDC_STRG_R_OK) return r;
     open_dir listing;
-    for (fs::directory_iterator it(at.host, error), end; !error && it != end; it.increment(error)) {
-        listing.names.push_back(it->path().filename().string());
-    }
-    if (error) return from_errno(error.value());
+    // Names only: an entry is not looked at, so a link leading out of the area shows as its name and no more.
+    if (int error = folder_names(at.host, listing.names); error != 0) return from_errno(error);
     std::sort(listing.names.begin(), listing.names.end());
     handle = s.new_handle();
     s.dirs[handle] = std::move(listing);
@@ -635,8 +877,12 @@ extern "C" int xdc_strg_fclose(dev_ulong handle) {
     storage_service& s = storage();
     auto f = s.files.find(handle);
     if (f == s.files.end()) return XDC_STRG_R_NOT_FOUND;
+    // A removed file keeps its blocks while it is open; the last handle gives them back.
+    struct stat st;
+    bool orphan = ::fstat(f->second.fd, &st) == 0 && S_ISREG(st.st_mode) && st.st_nlink == 0;
     int closed = ::close(f->second.fd);
     s.files.erase(f);
+    if (orphan && !s.open_elsewhere(st, 0)) s.resized(st.st_size, 0);
     return closed == 0 ? XDC_STRG_R_OK : from_errno(errno);
 }
 
@@ -749,7 +995,7 @@ extern "C" int xdc_strg_mkdir(int area_id, const char* path) {
     if (call.forced()) return call.result();
     storage_service& s = storage();
     storage_service::place at;
-    if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
+    if (int r = s.resolve(area_id, path, true, false, at); r != XDC_STRG_R_OK) return r;
     if (::mkdir(at.host.c_str(), 0755) != 0) return from_errno(errno);
     s.forget_attributes(at);
     return XDC_STRG_R_OK;
@@ -760,7 +1006,8 @@ extern "C" int xdc_strg_remove(int area_id, const char* path) {
     if (call.forced()) return call.result();
     storage_service& s = storage();
     storage_service::place at;
-    if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
+    // A link goes itself; what it points to stays.
+    if (int r = s.resolve(area_id, path, true, false, at); r != XDC_STRG_R_OK) return r;
     struct stat st;
     if (int r = host_stat(at, st); r != XDC_STRG_R_OK) return r;
     if (at.path.empty() || s.read_only(at)) return XDC_STRG_R_ACCESS;
@@ -772,6 +1019,8 @@ extern "C" int xdc_strg_remove(int area_id, const char* path) {
     } else if (::unlink(at.host.c_str()) != 0) {
         return from_errno(errno);
     }
+    // The blocks come back with the file's last name, once no handle has it open (else at its last close).
+    if (S_ISREG(st.st_mode) && st.st_nlink == 1 && !s.open_elsewhere(st, 0)) s.resized(st.st_size, 0);
     s.forget_attributes(at);
     return XDC_STRG_R_OK;
 }
@@ -781,8 +1030,8 @@ extern "C" int xdc_strg_rename(int area_id, const char* from, const char* to) {
     if (call.forced()) return call.result();
     storage_service& s = storage();
     storage_service::place source, target;
-    if (int r = s.resolve(area_id, from, true, source); r != XDC_STRG_R_OK) return r;
-    if (int r = s.resolve(area_id, to, true, target); r != XDC_STRG_R_OK) return r;
+    if (int r = s.resolve(area_id, from, true, false, source); r != XDC_STRG_R_OK) return r;
+    if (int r = s.resolve(area_id, to, true, false, target); r != XDC_STRG_R_OK) return r;
     return do_rename(source, target);
 }
 
@@ -791,8 +1040,8 @@ extern "C" int xdc_strg_move(int area_id, const char* path, int area_id2, const 
     if (call.forced()) return call.result();
     storage_service& s = storage();
     storage_service::place source, target;
-    if (int r = s.resolve(area_id, path, true, source); r != XDC_STRG_R_OK) return r;
-    if (int r = s.resolve(area_id2, path2, true, target); r != XDC_STRG_R_OK) return r;
+    if (int r = s.resolve(area_id, path, true, false, source); r != XDC_STRG_R_OK) return r;
+    if (int r = s.resolve(area_id2, path2, true, false, target); r != XDC_STRG_R_OK) return r;
     return do_rename(source, target);
 }
 
@@ -800,7 +1049,7 @@ extern "C" int xdc_strg_exist(int area_id, const char* path) {
     jbrg_sim::locked_op call("xdc_strg_exist", area_id, path);
     if (call.forced()) return call.result();
     storage_service::place at;
-    if (int r = storage().resolve(area_id, path, false, at); r != XDC_STRG_R_OK) return r;
+    if (int r = storage().resolve(area_id, path, false, true, at); r != XDC_STRG_R_OK) return r;
     struct stat st;
     return host_stat(at, st);
 }
@@ -813,15 +1062,17 @@ extern "C" int xdc_strg_stat(int area_id, const char* path, XDC_STRG_STAT* statu
     *status = XDC_STRG_STAT{0, 0, 0};
     storage_service& s = storage();
     storage_service::place at;
-    int result = s.resolve(area_id, path, false, at);
+    int result = s.resolve(area_id, path, false, true, at);
     struct stat st;
     if (result == XDC_STRG_R_OK) result = host_stat(at, st);
+    // A size of 4 GiB or more cannot be told in the device's 32 bits; one below is told exactly.
+    if (result == XDC_STRG_R_OK && static_cast<long long>(st.st_size) > UINT32_MAX) result = XDC_STRG_R_PARAM;
     if (result == XDC_STRG_R_OK) {
         dev_ulong type = S_ISDIR(st.st_mode) ? kTypeDirectory : S_ISREG(st.st_mode) ? kTypeFile : (st.st_mode & S_IFMT);
         dev_ulong permissions = st.st_mode & 0777;
         if (s.read_only(at)) permissions &= ~dev_ulong{0222};
         status->mode = type | permissions;
-        status->size = static_cast<dev_ulong>(std::min<long long>(st.st_size, UINT32_MAX));
+        status->size = static_cast<dev_ulong>(st.st_size);
         status->mtime = static_cast<dev_ulong>(st.st_mtime);
     }
     call.out("mode", &status->mode);
@@ -835,7 +1086,7 @@ extern "C" int xdc_strg_set_attribute(int area_id, const char* path, unsigned ch
     if (call.forced()) return call.result();
     storage_service& s = storage();
     storage_service::place at;
-    if (int r = s.resolve(area_id, path, true, at); r != XDC_STRG_R_OK) return r;
+    if (int r = s.resolve(area_id, path, true, true, at); r != XDC_STRG_R_OK) return r;
     struct stat st;
     if (int r = host_stat(at, st); r != XDC_STRG_R_OK) return r;
     s.set_attributes(at, attributes);
@@ -849,7 +1100,7 @@ extern "C" int xdc_strg_get_attribute(int area_id, const char* path, unsigned ch
     if (attributes == nullptr) return XDC_STRG_R_PARAM;
     storage_service& s = storage();
     storage_service::place at;
-    int result = s.resolve(area_id, path, false, at);
+    int result = s.resolve(area_id, path, false, true, at);
     struct stat st;
     if (result == XDC_STRG_R_OK) result = host_stat(at, st);
     dev_ulong value = result == XDC_STRG_R_OK ? s.attributes(at) : 0;

@@ -94,7 +94,9 @@ std::size_t blocks_in_use();
 
 // ---- Storage -------------------------------------------------------------------------------------------
 
-// The host folder under which the storage areas live (created on first use, below $TMPDIR).
+// The host folder under which the storage areas live: the one the scenario's "storage" "root" or the
+// environment variable JBRG_SIM_STORAGE_ROOT names (kept as it is), or else a private one created on first use
+// below $TMPDIR and removed at exit. Throws std::runtime_error when the host refuses to make it.
 std::string storage_root();
 
 // The host folder of a storage area; empty for an area the scenario does not define.
