@@ -1,0 +1,91 @@
+// File throughput through the storage module, against java.nio's FileChannel on the same folder in the same
+// run: a 64 MiB file written and read in blocks of 64 KiB, from Java, both ways.
+//
+//   storage_write_baseline / storage_write_bridge   FileChannel.write / xdof_strg_storageio_write
+//   storage_read_baseline / storage_read_bridge     FileChannel.read / xdof_strg_storageio_read
+//
+// The program prints, after Google Benchmark's table, each path's throughput as a share of the baseline's
+// (goal: at least 0.8). The simulated device's call log, which a device does not keep, is cleared outside the
+// timed part.
+#include <benchmark/benchmark.h>
+#include <jni.h>
+
+#include <cstdio>
+#include <string>
+
+#include "bench/bench_ratio.h"
+#include "core/cjvm.h"
+#include "jbrg_sim/control.h"
+#include "tests/harness/jvm_boot.h"
+
+namespace {
+
+JNIEnv* env = nullptr;
+constexpr jint kBlocks = 1024;  // 64 MiB
+constexpr int kArea = 45;       // area 0 of the hard disk
+
+// Runs one static method of jbrg.test.storage.StorageBench per iteration; it moves the whole file.
+void run(benchmark::State& state, const char* method, bool with_folder) {
+    jclass bench = env->FindClass("jbrg/test/storage/StorageBench");
+    jmethodID id = env->GetStaticMethodID(bench, method, with_folder ? "(Ljava/lang/String;I)J" : "(I)J");
+    jstring folder = env->NewStringUTF(jbrg_sim::area_folder(kArea).c_str());
+    for (auto _ : state) {
+        const jlong moved = with_folder ? env->CallStaticLongMethod(bench, id, folder, kBlocks)
+                                        : env->CallStaticLongMethod(bench, id, kBlocks);
+        if (env->ExceptionCheck() || moved != static_cast<jlong>(kBlocks) * 65536) {
+            env->ExceptionDescribe();
+            state.SkipWithError("the file did not move whole");
+            break;
+        }
+        state.PauseTiming();
+        jbrg_sim::clear_calls();
+        state.ResumeTiming();
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(kBlocks) * 65536);
+    env->DeleteLocalRef(folder);
+    env->DeleteLocalRef(bench);
+}
+
+void storage_write_baseline(benchmark::State& state) { run(state, "writeChannel", true); }
+void storage_write_bridge(benchmark::State& state) { run(state, "writeBridge", false); }
+void storage_read_baseline(benchmark::State& state) { run(state, "readChannel", true); }
+void storage_read_bridge(benchmark::State& state) { run(state, "readBridge", false); }
+
+}  // namespace
+
+// Writes first, so that each read finds the file its path wrote.
+BENCHMARK(storage_write_baseline)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(storage_write_bridge)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(storage_read_baseline)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(storage_read_bridge)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+
+int main(int argc, char** argv) {
+    JavaVM* vm = jbrg_test::boot_jvm(&env, false);
+    orvane::CJvm::CreateJVM();
+    {
+        jclass loader = env->FindClass("jbrg/test/Loader");
+        jmethodID load = env->GetStaticMethodID(loader, "load", "(Ljava/lang/String;)V");
+        env->CallStaticVoidMethod(loader, load, env->NewStringUTF(JBRG_TEST_BRIDGE_LIBRARY));
+        if (env->ExceptionCheck()) {
+            env->ExceptionDescribe();
+            return 1;
+        }
+    }
+    // A medium with room for the file twice over.
+    jbrg_sim::load_scenario(R"({"storage": {"areas": [{"id": 45}],
+        "statfs": {"block_size": 4096, "blocks": 262144, "free": 262144, "available": 262144}}})");
+    benchmark::Initialize(&argc, argv);
+    jbrg_bench::ratio_reporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    std::printf("\nthroughput as a share of FileChannel's in the same run (goal: at least 0.8):\n");
+    for (const char* name : {"storage_write", "storage_read"}) {
+        auto base = reporter.times.find(std::string(name) + "_baseline");
+        auto bridge = reporter.times.find(std::string(name) + "_bridge");
+        if (base != reporter.times.end() && bridge != reporter.times.end() && bridge->second > 0) {
+            std::printf("  %-16s %6.2f\n", name, base->second / bridge->second);
+        }
+    }
+    benchmark::Shutdown();
+    vm->DestroyJavaVM();
+    return 0;
+}
