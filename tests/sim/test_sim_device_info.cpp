@@ -438,26 +438,6 @@ TEST_F(device_info, reader_settings_outside_what_the_reader_takes_are_refused) {
 
 // ---- Web services ----------------------------------------------------------------------------------------
 
-TEST_F(device_info, one_application_at_a_time_holds_a_web_service) {
-    jbrg_sim::load_scenario(R"({"webservice": {"unsupported": [3]}})");
-    const std::string too_long(XSI_PBFS_WEBSERVICE_APP_ID_SIZE, 'x');
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_PARAM_ERROR, web().xsi_pbfs_webservice_reserve(XSI_PBFS_WEBSERVICE_KIND_EWS, nullptr));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_PARAM_ERROR, web().xsi_pbfs_webservice_reserve(XSI_PBFS_WEBSERVICE_KIND_EWS, too_long.c_str()));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_PARAM_ERROR, web().xsi_pbfs_webservice_reserve(XSI_PBFS_WEBSERVICE_KIND_NUM, "a"));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_UNSUPPORTED, web().xsi_pbfs_webservice_reserve(XSI_PBFS_WEBSERVICE_KIND_REST_API, "a"));
-
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_OK, web().xsi_pbfs_webservice_reserve(XSI_PBFS_WEBSERVICE_KIND_WSD_SCAN, "a"));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_OK, web().xsi_pbfs_webservice_reserve(XSI_PBFS_WEBSERVICE_KIND_WSD_SCAN, "a"));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_RESERVED, web().xsi_pbfs_webservice_reserve(XSI_PBFS_WEBSERVICE_KIND_WSD_SCAN, "b"));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_OK, web().xsi_pbfs_webservice_reserve(XSI_PBFS_WEBSERVICE_KIND_WSD_PRINT, "b"));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_NOT_RESERVED, web().xsi_pbfs_webservice_release(XSI_PBFS_WEBSERVICE_KIND_WSD_SCAN, "b"));
-    EXPECT_EQ("a", jbrg_sim::webservice::reserved_by(XSI_PBFS_WEBSERVICE_KIND_WSD_SCAN));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_OK, web().xsi_pbfs_webservice_release(XSI_PBFS_WEBSERVICE_KIND_WSD_SCAN, "a"));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_NOT_RESERVED, web().xsi_pbfs_webservice_release(XSI_PBFS_WEBSERVICE_KIND_WSD_SCAN, "a"));
-    EXPECT_EQ(XSI_PBFS_WEBSERVICE_OK, web().xsi_pbfs_webservice_reserve(XSI_PBFS_WEBSERVICE_KIND_WSD_SCAN, "b"));
-    EXPECT_EQ("b", jbrg_sim::webservice::reserved_by(XSI_PBFS_WEBSERVICE_KIND_WSD_SCAN));
-}
-
 TEST_F(device_info, certificates_are_files_that_exist_unless_not_installed) {
     jbrg_sim::load_scenario(R"({"webservice": {"missing_certificates": [2], "hdo": false}})");
     std::string server, key;
