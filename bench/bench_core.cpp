@@ -87,18 +87,8 @@ BENCHMARK(export_call_baseline);
 BENCHMARK(export_call_bridge);
 
 int main(int argc, char** argv) {
-    JavaVM* vm = jbrg_test::boot_jvm(&env, false);
-    orvane::CJvm::CreateJVM();
-    {
-        // Load the bridge for the Java side, as an application does.
-        jclass loader = env->FindClass("jbrg/test/Loader");
-        jmethodID load = env->GetStaticMethodID(loader, "load", "(Ljava/lang/String;)V");
-        env->CallStaticVoidMethod(loader, load, env->NewStringUTF(JBRG_TEST_BRIDGE_LIBRARY));
-        if (env->ExceptionCheck()) {
-            env->ExceptionDescribe();
-            return 1;
-        }
-    }
+    JavaVM* vm = jbrg_bench::boot_with_bridge(&env);
+    if (vm == nullptr) return 1;
     benchmark::Initialize(&argc, argv);
     jbrg_bench::ratio_reporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);

@@ -114,9 +114,13 @@ struct layout {
     std::set<int> disks;
 };
 
+// An open file. Its position is kept here rather than in the host descriptor, so that a read or a write is one
+// system call (pread, pwrite) and not three: the device's library is asked for one block at a time, and a
+// system call is dear on the machines the simulated device runs on.
 struct open_file {
     int fd = -1;
     int mode = 0;
+    long long position = 0;
 };
 
 // A directory listing taken when the directory is opened, already sorted.
@@ -717,7 +721,7 @@ int do_fopen(int area_id, const char* path, int mode, dev_ulong& handle) {
     // A file made new has no attributes of an earlier file of that name.
     if (!existed) s.forget_attributes(at);
     handle = s.new_handle();
-    s.files[handle] = open_file{fd, mode};
+    s.files[handle] = open_file{fd, mode, 0};
     return XDC_STRG_R_OK;
 }
 
@@ -729,16 +733,17 @@ int do_fread(signed char* buffer, dev_ulong size, dev_ulong handle, dev_ulong& d
     if (!reads(f->second.mode)) return XDC_STRG_R_ACCESS;
     if (size == 0) return XDC_STRG_R_OK;
     // Nothing lies beyond position 2^31-1 for the device: a read stops there.
-    off_t at = ::lseek(f->second.fd, 0, SEEK_CUR);
-    if (at < 0) return from_errno(errno);
+    long long& at = f->second.position;
     if (at >= INT32_MAX) return XDC_STRG_R_EOF;
-    size = static_cast<dev_ulong>(std::min<long long>(size, INT32_MAX - static_cast<long long>(at)));
+    size = static_cast<dev_ulong>(std::min<long long>(size, INT32_MAX - at));
     while (done < size) {
-        ssize_t n = ::read(f->second.fd, buffer + done, std::min<std::size_t>(size - done, SSIZE_MAX));
+        ssize_t n = ::pread(f->second.fd, buffer + done, std::min<std::size_t>(size - done, SSIZE_MAX),
+                            static_cast<off_t>(at));
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) return from_errno(errno);
         if (n == 0) break;
         done += static_cast<dev_ulong>(n);
+        at += n;
     }
     // Whatever was read is a good read; only a read that found nothing at all is the end of the file.
     return done == 0 ? XDC_STRG_R_EOF : XDC_STRG_R_OK;
@@ -755,14 +760,17 @@ int do_fwrite(const signed char* buffer, dev_ulong size, dev_ulong handle, dev_u
     struct stat st;
     if (::fstat(fd, &st) != 0) return from_errno(errno);
     long long before = st.st_size;
-    long long start = f->second.mode == XDC_STRG_MODE_APPEND ? before : static_cast<long long>(::lseek(fd, 0, SEEK_CUR));
-    if (start < 0) return from_errno(errno);
+    const bool append = f->second.mode == XDC_STRG_MODE_APPEND;
+    long long start = append ? before : f->second.position;
     // All or nothing: a file cannot grow past 2 GiB - 1 on the device, nor beyond the blocks still available.
     long long end = start + static_cast<long long>(size);
     if (beyond_device_position(end) || !s.fits(before, std::max(before, end))) return XDC_STRG_R_NO_SPACE;
     int result = XDC_STRG_R_OK;
     while (done < size) {
-        ssize_t n = ::write(fd, buffer + done, std::min<std::size_t>(size - done, SSIZE_MAX));
+        // An appending descriptor writes at the end whatever the offset says.
+        const std::size_t chunk = std::min<std::size_t>(size - done, SSIZE_MAX);
+        ssize_t n = append ? ::write(fd, buffer + done, chunk)
+                           : ::pwrite(fd, buffer + done, chunk, static_cast<off_t>(start + done));
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) {
             result = from_errno(errno);
@@ -774,8 +782,8 @@ int do_fwrite(const signed char* buffer, dev_ulong size, dev_ulong handle, dev_u
         }
         done += static_cast<dev_ulong>(n);
     }
-    long long after = ::fstat(fd, &st) == 0 ? static_cast<long long>(st.st_size) : std::max(before, start + done);
-    s.resized(before, after);
+    f->second.position = start + done;
+    s.resized(before, std::max(before, start + static_cast<long long>(done)));
     return result;
 }
 
@@ -789,7 +797,7 @@ int do_fseek(dev_ulong handle, dev_long offset, int origin) {
         case XDC_STRG_SEEK_SET:
             break;
         case XDC_STRG_SEEK_CUR:
-            base = static_cast<long long>(::lseek(fd, 0, SEEK_CUR));
+            base = f->second.position;
             break;
         case XDC_STRG_SEEK_END: {
             struct stat st;
@@ -800,12 +808,11 @@ int do_fseek(dev_ulong handle, dev_long offset, int origin) {
         default:
             return XDC_STRG_R_PARAM;
     }
-    if (base < 0) return from_errno(errno);
     // A position is a signed 32-bit value on the device: before the start, or beyond what ftell can tell, is
     // refused. Past the end of the file is allowed; a write there fills the gap with zeros.
     long long target = base + offset;
     if (target < 0 || target > INT32_MAX) return XDC_STRG_R_PARAM;
-    if (::lseek(fd, static_cast<off_t>(target), SEEK_SET) < 0) return from_errno(errno);
+    f->second.position = target;
     return XDC_STRG_R_OK;
 }
 
@@ -923,10 +930,8 @@ extern "C" int xdc_strg_ftell(dev_ulong handle, dev_long* position) {
     int result = XDC_STRG_R_NOT_FOUND;
     storage_service& s = storage();
     if (auto f = s.files.find(handle); f != s.files.end()) {
-        off_t at = ::lseek(f->second.fd, 0, SEEK_CUR);
-        if (at < 0) {
-            result = from_errno(errno);
-        } else if (beyond_device_position(at)) {
+        const long long at = f->second.position;
+        if (beyond_device_position(at)) {
             result = XDC_STRG_R_PARAM;  // a position the device cannot express
         } else {
             *position = static_cast<dev_long>(at);

@@ -192,6 +192,18 @@ class TypeMap(unittest.TestCase):
         done, _ = generate(self.HEAD + 'class C { static int f(int data[count]); }\n')
         self.assertIn('the size "count" of "data[]" is not a parameter', done.stderr)
 
+    def test_a_filled_array_is_not_copied_in_and_is_written_back_as_far_as_the_callee_says(self):
+        done, texts = generate(self.HEAD + '''
+            class C [[nodelete]] {
+                static int read(signed char buffer[size, OUTPUT], unsigned long size, unsigned long* OUTPUT);
+            }
+        ''', outputs=('cpp',))
+        self.assertEqual(0, done.returncode, done.stderr)
+        self.assertIn('::jbrg::wrap::filled_arg<signed char, jbyte> arg1(jenv, jarg1);', texts['cpp'])
+        self.assertLess(texts['cpp'].index('C::read('), texts['cpp'].index('arg1.store(arg3.value());'))
+        done, _ = generate(self.HEAD + 'class C { static int f(int data[n, OUTPUT], int n); }\n')
+        self.assertIn('needs exactly one OUTPUT argument', done.stderr)
+
 
 class Errors(unittest.TestCase):
     def assertFails(self, description, *fragments, args=()):

@@ -143,6 +143,7 @@ class Param:
     name: str            # the parameter's name, or a marker: OUTPUT, INOUT
     array: bool = False  # written `name[]`: an input array
     bound: str = ''      # written `name[size]`: an input array that must hold at least `size` elements
+    filled: bool = False  # written `name[size, OUTPUT]`: the callee fills it and reports how much in its OUTPUT
 
 
 @dataclasses.dataclass
@@ -493,10 +494,15 @@ class Parser:
             words = self.type_tokens_until(',', ')', '[')
             array = False
             bound = ''
+            filled = False
             if self.peek() == '[':
                 self.take('[')
                 if self.peek() != ']':
                     bound = self.ident()
+                if self.peek() == ',':
+                    self.take(',')
+                    self.take('OUTPUT')
+                    filled = True
                 self.take(']')
                 array = True
             name = ''
@@ -506,7 +512,7 @@ class Parser:
                 name = words.pop()
             if words == ['void'] and not name:
                 break
-            out.append(Param(self.make_type(words), name, array, bound))
+            out.append(Param(self.make_type(words), name, array, bound, filled))
             if self.peek() == ',':
                 self.take(',')
         self.take(')')
@@ -810,10 +816,13 @@ class Generator:
         if arg.handle:
             params.append(OWNER)
         before = [self.fill(s, t, n) for s in arg.before]
+        if p.filled:
+            # Nothing is copied in; what the callee filled is written back once its count is known.
+            before = [b.replace('::jbrg::wrap::array_arg<', '::jbrg::wrap::filled_arg<') for b in before]
         if p.bound and p.bound in named:
             before.append(self.bound_check(n, named[p.bound]))
         # An array the callee takes as const cannot have changed: nothing is written back.
-        after = [] if p.array and t.const else [self.fill(s, t, n) for s in arg.after]
+        after = [] if p.array and (t.const or p.filled) else [self.fill(s, t, n) for s in arg.after]
         return params, before, self.fill(arg.call, t, n), after
 
     @staticmethod
@@ -861,6 +870,17 @@ class Generator:
             if p.bound not in named:
                 raise self.k.error(line, f'the size "{p.bound}" of "{p.name}[]" is not a parameter')
             body.append(self.bound_check(at, named[p.bound]))
+        # A filled array is written back as far as the function's one OUTPUT argument says.
+        filled = [(i, p) for i, p in enumerate(params) if p.filled]
+        if filled:
+            outputs = [i for i, p in enumerate(params) if p.name == 'OUTPUT']
+            if len(outputs) != 1:
+                raise self.k.error(line, f'"{filled[0][1].name}[..., OUTPUT]" needs exactly one OUTPUT argument '
+                                         f'to say how much the callee filled')
+            count = args[outputs[0]]
+            count = count[:-len('.pointer()')] + '.value()' if count.endswith('.pointer()') else count
+            first = n - len(params)
+            post = [f'arg{first + i}.store({count});' for i, _ in filled] + post
         if constructor:
             out = ResultOut('jlong', 'long', 'new:' + self.k.probe_name(constructor),
                             ('jresult = ::jbrg::wrap::adopt(result);',))

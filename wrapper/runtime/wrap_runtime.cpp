@@ -1,5 +1,6 @@
 #include "wrapper/runtime/wrap_runtime.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <exception>
@@ -194,6 +195,39 @@ void array_arg<C, J>::store() {
     }
 }
 
+template <class C, class J>
+filled_arg<C, J>::filled_arg(JNIEnv* jenv, array input) : jenv_(jenv), input_(input) {
+    if (input == nullptr) {
+        throw_java(jenv, NullPointerException, "null array");
+        return;
+    }
+    length_ = jenv->GetArrayLength(input);
+    // Zeroed: a callee that reports more than it filled hands back zeros, never what the heap held.
+    carr_ = new (std::nothrow) C[static_cast<std::size_t>(length_)]();
+    if (carr_ == nullptr) throw_java(jenv, OutOfMemoryError, "array memory allocation failed");
+}
+
+template <class C, class J>
+bool filled_arg<C, J>::covers(unsigned long long count) {
+    if (static_cast<unsigned long long>(length_) >= count) return true;
+    throw_java(jenv_, IndexOutOfBoundsException, "incorrect array size");
+    return false;
+}
+
+template <class C, class J>
+void filled_arg<C, J>::store(unsigned long long count) {
+    const auto n = static_cast<jsize>(std::min<unsigned long long>(count, static_cast<unsigned long long>(length_)));
+    if (n == 0) return;
+    if constexpr (sizeof(C) == sizeof(J) && std::is_integral_v<C> == std::is_integral_v<J> &&
+                  std::is_signed_v<C> == std::is_signed_v<J> && !std::is_same_v<C, bool>) {
+        ::orvane::jni::array_traits<J>::set(jenv_, input_, n, reinterpret_cast<const J*>(carr_));
+    } else {
+        std::vector<J> converted(static_cast<std::size_t>(n));
+        for (jsize i = 0; i < n; ++i) converted[static_cast<std::size_t>(i)] = to_java<C, J>(carr_[i]);
+        ::orvane::jni::array_traits<J>::set(jenv_, input_, n, converted.data());
+    }
+}
+
 jstring new_string(JNIEnv* jenv, const char* text) { return ::orvane::jni::new_string(jenv, text); }
 
 // Up to the first zero, as the text's C form reads.
@@ -269,6 +303,7 @@ void set_array_field(JNIEnv* jenv, C* field, std::size_t count, typename ::orvan
 // One instantiation per distinct element pair (the device's long and unsigned long are int and unsigned int).
 #define JBRG_WRAP_INSTANTIATE(CType, JElem)                                                              \
     template class array_arg<CType, JElem>;                                                              \
+    template class filled_arg<CType, JElem>;                                                             \
     template void set_array_field<CType, JElem>(JNIEnv*, CType*, std::size_t,                            \
                                                 ::orvane::jni::array_traits<JElem>::array);
 JBRG_WRAP_INSTANTIATE(bool, jboolean)

@@ -221,6 +221,30 @@ private:
     bool ok_ = false;
 };
 
+// An array the callee fills (`T name[size, count]`, the callee's out-value `count` saying how many elements it
+// filled): nothing is copied in, and after the call only the first `count` elements (never more than the array
+// holds) are written back, so the rest of the Java array stays as it was, as a read into part of a buffer
+// leaves it. Checked like an input array; the only native memory is the C array.
+template <class C, class J>
+class filled_arg {
+public:
+    using array = typename ::orvane::jni::array_traits<J>::array;
+    filled_arg(JNIEnv* jenv, array input);
+    ~filled_arg() { delete[] carr_; }
+    filled_arg(const filled_arg&) = delete;
+    filled_arg& operator=(const filled_arg&) = delete;
+    explicit operator bool() const { return carr_ != nullptr; }
+    C* get() const { return carr_; }
+    bool covers(unsigned long long count);
+    void store(unsigned long long count);
+
+private:
+    JNIEnv* jenv_;
+    array input_;
+    jsize length_ = 0;
+    C* carr_ = nullptr;
+};
+
 // ---- Results ------------------------------------------------------------------------------------------
 
 // A Java string of a C text (null stays null).

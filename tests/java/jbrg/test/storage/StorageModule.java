@@ -64,6 +64,11 @@ public final class StorageModule {
         equal("0:he", readText(h, 2), "from the start");
         equal(0, xdof_strg_storageio_fseek(h, -5, FROM_END), "five before the end");
         equal("0:world", readText(h, 5), "the last five");
+        byte[] tail = {9, 9, 9, 9, 9, 9};
+        long[] count = {0};
+        equal(0, xdof_strg_storageio_fseek(h, -2, FROM_END), "two before the end");
+        equal(0, xdof_strg_storageio_read(tail, 6, h, count), "a short read");
+        equal(new byte[] {'l', 'd', 9, 9, 9, 9}, tail, "what was read, and the rest of the array as it was");
         equal(-1, xdof_strg_storageio_fseek(h, -1, FROM_START), "before the start");
         long[] done = {7};
         equal(ACCESS, xdof_strg_storageio_write(new byte[1], 1, h, done), "writing a file open for reading");
