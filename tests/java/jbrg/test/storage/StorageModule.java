@@ -45,6 +45,7 @@ public final class StorageModule {
     public static void files() {
         equal(0, xdof_strg_storageio_mkdir(HDD, QSF, "notes"), "a folder for the notes");
         long h = open("notes/today.txt", WRITE);
+        equal(ACCESS + ":", readText(h, 4), "reading a file open for writing");
         writeText(h, "hello ");
         equal(0, xdof_strg_storageio_fflush(h), "flushed");
         equal(0, xdof_strg_storageio_close(h), "closed");
