@@ -136,7 +136,7 @@ public final class BenchCheck {
                     1.1, true);
             near(1e6, r.perSecond, "events per second");
             near(2e6, r.baselinePerSecond, "baseline per second");
-            check(r.notes.size() == 1 && r.notes.get(0).startsWith("path round 3"), r.notes.toString());
+            check(r.notes.size() == 1 && r.notes.get(0).equals("path round 3 more than 20% off the median"), r.notes.toString());
             near(0, new Result("f", "p", "b", stats(1), stats(1), Result.Goal.RATIO, 1, false).perSecond,
                     "no rate unless asked");
         });
@@ -159,7 +159,9 @@ public final class BenchCheck {
             check(t.contains("int getter") && t.contains("12.0 (11.0-13.0)") && t.contains("1.20x")
                     && t.contains("<= 1.05x") && t.contains("MISSED"), t);
             check(t.contains("500000 events/s (baseline 1000000 events/s)"), t);
-            check(t.contains("note: path round 3"), t);
+            check(t.contains("note: path round 3 more than 20% off the median"), t);
+            Result two = new Result("f", "p", "b", stats(1, 5, 5, 5, 9), stats(1), Result.Goal.RATIO, 1, false);
+            check(two.notes.equals(List.of("path rounds 1, 5 more than 20% off the median")), two.notes.toString());
         });
         add("report: ratios only leaves the times out", () -> {
             String t = Report.table(sample(), true);

@@ -14,31 +14,31 @@ final class Report {
     static String table(List<Result> results, boolean ratiosOnly) {
         StringBuilder out = new StringBuilder();
         String header = ratiosOnly
-                ? String.format(Locale.ROOT, "%-10s %-48s %8s %10s  %s%n", "family", "path", "ratio", "goal", "")
-                : String.format(Locale.ROOT, "%-10s %-48s %22s %22s %8s %10s  %s%n", "family", "path",
+                ? String.format(Locale.ROOT, "%-10s %-52s %8s %10s  %s%n", "family", "path", "ratio", "goal", "")
+                : String.format(Locale.ROOT, "%-10s %-52s %22s %22s %8s %10s  %s%n", "family", "path",
                         "ns/op (min-max)", "baseline ns (min-max)", "ratio", "goal", "");
         out.append(header);
         for (Result r : results) {
             String status = r.status();
             if (ratiosOnly) {
-                out.append(String.format(Locale.ROOT, "%-10s %-48s %7.2fx %10s  %s%n", r.family, r.path, r.ratio(),
+                out.append(String.format(Locale.ROOT, "%-10s %-52s %7.2fx %10s  %s%n", r.family, r.path, r.ratio(),
                         r.goalText(), status));
             } else {
-                out.append(String.format(Locale.ROOT, "%-10s %-48s %22s %22s %7.2fx %10s  %s%n", r.family, r.path,
+                out.append(String.format(Locale.ROOT, "%-10s %-52s %22s %22s %7.2fx %10s  %s%n", r.family, r.path,
                         spread(r.subject), spread(r.baseline), r.ratio(), r.goalText(), status));
             }
             if (r.perSecond > 0) {
-                out.append(String.format(Locale.ROOT, "%-10s %-48s %s%n", "", "",
+                out.append(String.format(Locale.ROOT, "%-10s %-52s %s%n", "", "",
                         String.format(Locale.ROOT, "%.0f events/s (baseline %.0f events/s)", r.perSecond,
                                 r.baselinePerSecond)));
             }
-            for (String note : r.notes) {
-                out.append(String.format(Locale.ROOT, "%-10s %-48s note: %s%n", "", "", note));
+            if (!r.notes.isEmpty()) {
+                out.append(String.format(Locale.ROOT, "%-10s %-52s note: %s%n", "", "", String.join("; ", r.notes)));
             }
         }
         out.append(String.format(Locale.ROOT, "%nbaselines:%n"));
         for (Result r : results) {
-            out.append(String.format(Locale.ROOT, "  %-10s %-48s against %s%n", r.family, r.path.trim(), r.baselinePath));
+            out.append(String.format(Locale.ROOT, "  %-10s %-52s against %s%n", r.family, r.path.trim(), r.baselinePath));
         }
         return out.toString();
     }
@@ -48,6 +48,9 @@ final class Report {
     }
 
     private static String number(double ns) {
+        if (ns >= 1e6) {
+            return String.format(Locale.ROOT, "%.2fms", ns / 1e6);
+        }
         return ns >= 100 ? String.format(Locale.ROOT, "%.0f", ns) : String.format(Locale.ROOT, "%.1f", ns);
     }
 

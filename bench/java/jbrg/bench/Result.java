@@ -37,10 +37,15 @@ final class Result {
     }
 
     private void note(String which, Stats stats) {
-        for (int round : stats.strays) {
-            notes.add(String.format("%s round %d strays more than %.0f%% from its median", which, round + 1,
-                    Stats.STRAY * 100));
+        if (stats.strays.isEmpty()) {
+            return;
         }
+        StringBuilder rounds = new StringBuilder();
+        for (int round : stats.strays) {
+            rounds.append(rounds.length() == 0 ? "" : ", ").append(round + 1);
+        }
+        notes.add(String.format("%s round%s %s more than %.0f%% off the median", which,
+                stats.strays.size() == 1 ? "" : "s", rounds, Stats.STRAY * 100));
     }
 
     double ratio() {
