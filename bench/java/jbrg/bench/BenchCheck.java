@@ -191,20 +191,32 @@ public final class BenchCheck {
     // ---- The runner -------------------------------------------------------------------------------------
 
     static void runner() {
-        add("runner: warm-ups are run and dropped, rounds alternate which side goes first", () -> {
+        add("runner: warm-ups are run and dropped, slices alternate, rounds change which side goes first", () -> {
             List<String> calls = new ArrayList<>();
-            Runner r = new Runner(2, 4, 1);
+            List<Integer> sizes = new ArrayList<>();
+            Runner r = new Runner(1, 2, 1);
             double[][] rounds = r.pair(n -> {
                 calls.add("p");
+                sizes.add(n);
                 return 10L * n;
             }, n -> {
                 calls.add("b");
                 return 5L * n;
-            }, 4);
-            check(String.join("", calls).equals("pbpb" + "pbbppbbp"), String.join("", calls));
-            check(rounds[0].length == 4 && rounds[1].length == 4, "four rounds each");
+            }, 23);
+            String slices = "pb".repeat(Runner.SLICES);
+            check(String.join("", calls).equals(slices + slices + "bp".repeat(Runner.SLICES)), String.join("", calls));
+            check(sizes.stream().mapToInt(Integer::intValue).sum() == 3 * 23, "every operation run, " + sizes);
+            check(rounds[0].length == 2 && rounds[1].length == 2, "two rounds each");
             near(10, rounds[0][1], "ns per operation of the path");
-            near(5, rounds[1][3], "ns per operation of the baseline");
+            near(5, rounds[1][1], "ns per operation of the baseline");
+        });
+        add("runner: fewer operations than slices run one at a time", () -> {
+            List<Integer> sizes = new ArrayList<>();
+            new Runner(0, 1, 1).pair(n -> {
+                sizes.add(n);
+                return n;
+            }, n -> n, 3);
+            check(sizes.equals(List.of(1, 1, 1)), sizes.toString());
         });
         add("runner: a side that fails stops the measurement", () -> {
             Runner r = new Runner(0, 5, 1);

@@ -1,14 +1,18 @@
 package jbrg.bench;
 
 /**
- * Measures a path against its baseline: warm-up rounds first, then rounds in which both run, the path first
- * in even rounds and the baseline first in odd ones, so that a drift of the machine falls on both.
+ * Measures a path against its baseline: warm-up rounds first, then rounds in which both run. A round is cut
+ * into slices that alternate between the two sides (the path first in even rounds, the baseline first in odd
+ * ones), so that what else the machine does during a round falls on both sides alike.
  */
 final class Runner {
     /** One measured run of {@code ops} operations: its elapsed nanoseconds, or -1 when it failed. */
     interface Op {
         long run(int ops) throws Exception;
     }
+
+    /** The slices of each side in a round. */
+    static final int SLICES = 10;
 
     final int warmups;
     final int rounds;
@@ -31,21 +35,33 @@ final class Runner {
     /** Nanoseconds per operation of each round of path and baseline: {path rounds, baseline rounds}. */
     double[][] pair(Op path, Op baseline, int ops) throws Exception {
         for (int i = 0; i < warmups; i++) {
-            once(path, ops, "path");
-            once(baseline, ops, "baseline");
+            round(path, baseline, ops, true);
         }
         double[] p = new double[rounds];
         double[] b = new double[rounds];
         for (int i = 0; i < rounds; i++) {
-            if (i % 2 == 0) {
-                p[i] = once(path, ops, "path") / (double) ops;
-                b[i] = once(baseline, ops, "baseline") / (double) ops;
-            } else {
-                b[i] = once(baseline, ops, "baseline") / (double) ops;
-                p[i] = once(path, ops, "path") / (double) ops;
-            }
+            long[] elapsed = round(path, baseline, ops, i % 2 == 0);
+            p[i] = elapsed[0] / (double) ops;
+            b[i] = elapsed[1] / (double) ops;
         }
         return new double[][] {p, b};
+    }
+
+    /** One round of {@code ops} operations of each side, in slices: {path ns, baseline ns}. */
+    private static long[] round(Op path, Op baseline, int ops, boolean pathFirst) throws Exception {
+        long[] elapsed = new long[2];
+        int slices = Math.min(SLICES, ops);
+        for (int s = 0; s < slices; s++) {
+            int n = ops / slices + (s < ops % slices ? 1 : 0);
+            if (pathFirst) {
+                elapsed[0] += once(path, n, "path");
+                elapsed[1] += once(baseline, n, "baseline");
+            } else {
+                elapsed[1] += once(baseline, n, "baseline");
+                elapsed[0] += once(path, n, "path");
+            }
+        }
+        return elapsed;
     }
 
     Result ratio(String family, String path, String baselinePath, Op subject, Op baseline, int ops, double goal,
