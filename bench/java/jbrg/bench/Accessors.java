@@ -53,6 +53,9 @@ final class Accessors implements Family {
         }
     }
 
+    // One loop per call, written out: a loop shared through a lambda would put a call site that sees every
+    // accessor between the loop and the native, and measure that as well.
+
     static long intGetGenerated(long handle, int n) {
         long sum = 0;
         long start = System.nanoTime();
