@@ -166,6 +166,11 @@ public final class BenchCheck {
         add("report: ratios only leaves the times out", () -> {
             String t = Report.table(sample(), true);
             check(t.contains("1.20x") && !t.contains("12.0 (11.0-13.0)") && !t.contains("ns/op"), t);
+            check(!t.contains("events/s"), "no rates: " + t);
+            List<Result> absolute = List.of(new Result("start-up", "init", "vm", stats(9e6), stats(1e8),
+                    Result.Goal.ABSOLUTE_NS, 5e6, false));
+            check(Report.table(absolute, true).contains("(not judged: times)"), Report.table(absolute, true));
+            check(Report.table(absolute, false).contains("MISSED"), Report.table(absolute, false));
         });
         add("report: the JSON holds each result with its medians, spread, goal and notes", () -> {
             String j = Report.json(sample(), new Runner(1, 3, 0.5), "test machine");
