@@ -92,14 +92,8 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     jbrg_bench::ratio_reporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    std::printf("\nratio to the baseline of the same run (lower is faster):\n");
-    for (const char* name : {"object_creation", "trace_line", "export_call"}) {
-        auto base = reporter.times.find(std::string(name) + "_baseline");
-        auto bridge = reporter.times.find(std::string(name) + "_bridge");
-        if (base != reporter.times.end() && bridge != reporter.times.end() && base->second > 0) {
-            std::printf("  %-16s %6.2f\n", name, bridge->second / base->second);
-        }
-    }
+    reporter.print_ratios("ratio to the baseline of the same run (lower is faster):",
+                          {"object_creation", "trace_line", "export_call"});
     benchmark::Shutdown();
     vm->DestroyJavaVM();
     return 0;

@@ -6,6 +6,8 @@
 #include <benchmark/benchmark.h>
 #include <jni.h>
 
+#include <cstdio>
+#include <initializer_list>
 #include <map>
 #include <string>
 #include <vector>
@@ -44,6 +46,18 @@ public:
         }
     }
     std::map<std::string, double> times;
+
+    // One line per benchmark pair `<name>_baseline` / `<name>_bridge` that ran: the bridge's time over the
+    // baseline's, or (`throughput`) the baseline's over the bridge's.
+    void print_ratios(const char* heading, std::initializer_list<const char*> names, bool throughput = false) const {
+        std::printf("\n%s\n", heading);
+        for (const char* name : names) {
+            auto base = times.find(std::string(name) + "_baseline");
+            auto bridge = times.find(std::string(name) + "_bridge");
+            if (base == times.end() || bridge == times.end() || base->second <= 0 || bridge->second <= 0) continue;
+            std::printf("  %-16s %6.2f\n", name, throughput ? base->second / bridge->second : bridge->second / base->second);
+        }
+    }
 };
 
 }  // namespace jbrg_bench

@@ -71,14 +71,8 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     jbrg_bench::ratio_reporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    std::printf("\nthroughput as a share of FileChannel's in the same run (goal: at least 0.8):\n");
-    for (const char* name : {"storage_write", "storage_read"}) {
-        auto base = reporter.times.find(std::string(name) + "_baseline");
-        auto bridge = reporter.times.find(std::string(name) + "_bridge");
-        if (base != reporter.times.end() && bridge != reporter.times.end() && bridge->second > 0) {
-            std::printf("  %-16s %6.2f\n", name, base->second / bridge->second);
-        }
-    }
+    reporter.print_ratios("throughput as a share of FileChannel's in the same run (goal: at least 0.8):",
+                          {"storage_write", "storage_read"}, true);
     benchmark::Shutdown();
     vm->DestroyJavaVM();
     return 0;

@@ -152,7 +152,7 @@ void string_holder_arg::store() {
 
 template <class C, class J>
 array_arg<C, J>::array_arg(JNIEnv* jenv, array input) : jenv_(jenv), input_(input) {
-    if constexpr (kSameLayout) {
+    if constexpr (same_layout_v<C, J>) {
         if (input == nullptr) {
             throw_java(jenv, NullPointerException, "null array");
             return;
@@ -187,7 +187,7 @@ bool array_arg<C, J>::covers(unsigned long long count) {
 
 template <class C, class J>
 void array_arg<C, J>::store() {
-    if constexpr (kSameLayout) {
+    if constexpr (same_layout_v<C, J>) {
         ::orvane::jni::array_traits<J>::set(jenv_, input_, length_, reinterpret_cast<const J*>(carr_));
     } else {
         array_argout<C, J>(jenv_, jarr_, carr_, input_);
@@ -218,8 +218,7 @@ template <class C, class J>
 void filled_arg<C, J>::store(unsigned long long count) {
     const auto n = static_cast<jsize>(std::min<unsigned long long>(count, static_cast<unsigned long long>(length_)));
     if (n == 0) return;
-    if constexpr (sizeof(C) == sizeof(J) && std::is_integral_v<C> == std::is_integral_v<J> &&
-                  std::is_signed_v<C> == std::is_signed_v<J> && !std::is_same_v<C, bool>) {
+    if constexpr (same_layout_v<C, J>) {
         ::orvane::jni::array_traits<J>::set(jenv_, input_, n, reinterpret_cast<const J*>(carr_));
     } else {
         std::vector<J> converted(static_cast<std::size_t>(n));

@@ -187,6 +187,12 @@ private:
     bool ok_ = false;
 };
 
+// True when a C element and a Java element are the same bytes (signed char and jbyte, int and jint, ...):
+// such arrays are copied whole, by region, instead of element by element with a conversion.
+template <class C, class J>
+inline constexpr bool same_layout_v = std::is_integral_v<C> == std::is_integral_v<J> && sizeof(C) == sizeof(J) &&
+                                      std::is_signed_v<C> == std::is_signed_v<J> && !std::is_same_v<C, bool>;
+
 // An input array (`T name[]`): copied into a C array of its length and handed to the callee, which may change
 // it; written back into the Java array after the call, unless the callee takes it as `const` and so cannot
 // change it. Not called: nothing is written back. Elements whose C type has the Java element's own layout
@@ -209,10 +215,6 @@ public:
     void store();
 
 private:
-    // C and J are the same bytes: the array is copied by region.
-    static constexpr bool kSameLayout = std::is_integral_v<C> == std::is_integral_v<J> && sizeof(C) == sizeof(J) &&
-                                        std::is_signed_v<C> == std::is_signed_v<J> && !std::is_same_v<C, bool>;
-
     JNIEnv* jenv_;
     array input_;
     jsize length_ = 0;
