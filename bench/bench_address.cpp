@@ -23,6 +23,7 @@
 
 #include "address/cmt_address_book.h"
 #include "bench/bench_ratio.h"
+#include "bench/listing_builders.h"
 #include "core/cjvm.h"
 #include "emw_services.h"
 #include "jbrg_sim/address_book.h"
@@ -37,48 +38,8 @@ constexpr int kAddresses = 10000;
 JNIEnv* env = nullptr;
 std::vector<XSI_PBFS_ADDRESSBOOK_PERSONAL_ADDRESS> records;
 
-void set_text(jobject o, jfieldID f, const char* text) {
-    jstring s = env->NewStringUTF(text);
-    env->SetObjectField(o, f, s);
-    env->DeleteLocalRef(s);
-}
-
 void personal_listing_baseline(benchmark::State& state) {
-    for (auto _ : state) {
-        jclass pc = env->FindClass("orvane/qsf/address/PersonalAddressImpl");
-        jmethodID pinit = env->GetMethodID(pc, "<init>", "()V");
-        jfieldID pname = env->GetFieldID(pc, "name", "Lorvane/qsf/address/attribute/NameInfoImpl;");
-        jfieldID pemail = env->GetFieldID(pc, "email", "Lorvane/qsf/address/attribute/EmailInfoImpl;");
-        jfieldID pnumber = env->GetFieldID(pc, "number", "I");
-        jclass nc = env->FindClass("orvane/qsf/address/attribute/NameInfoImpl");
-        jmethodID ninit = env->GetMethodID(nc, "<init>", "()V");
-        jfieldID nname = env->GetFieldID(nc, "name", "Ljava/lang/String;");
-        jfieldID npron = env->GetFieldID(nc, "pronunciation", "Ljava/lang/String;");
-        jclass ec = env->FindClass("orvane/qsf/address/attribute/EmailInfoImpl");
-        jmethodID einit = env->GetMethodID(ec, "<init>", "()V");
-        jfieldID eaddress = env->GetFieldID(ec, "mailAddress", "Ljava/lang/String;");
-        jobjectArray array = env->NewObjectArray(static_cast<jsize>(records.size()), pc, nullptr);
-        jsize index = 0;
-        for (const auto& r : records) {
-            jobject a = env->NewObject(pc, pinit);
-            jobject n = env->NewObject(nc, ninit);
-            set_text(n, nname, r.name);
-            set_text(n, npron, r.pronunciation);
-            env->SetObjectField(a, pname, n);
-            env->SetIntField(a, pnumber, static_cast<jint>(r.number));
-            jobject e = env->NewObject(ec, einit);
-            set_text(e, eaddress, r.email.mail_address);
-            env->SetObjectField(a, pemail, e);
-            env->SetObjectArrayElement(array, index++, a);
-            env->DeleteLocalRef(e);
-            env->DeleteLocalRef(n);
-            env->DeleteLocalRef(a);
-        }
-        env->DeleteLocalRef(array);
-        env->DeleteLocalRef(pc);
-        env->DeleteLocalRef(nc);
-        env->DeleteLocalRef(ec);
-    }
+    for (auto _ : state) env->DeleteLocalRef(jbrg_bench::personal_addresses(env, records));
     state.SetItemsProcessed(state.iterations() * kAddresses);
 }
 

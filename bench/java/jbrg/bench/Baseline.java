@@ -40,4 +40,25 @@ final class Baseline {
 
     /** The same number of bare deliveries: service thread hop, attach, the same static call, detach. */
     static native long bare(int kind, int count, int threads);
+
+    /** Replaces what the simulated device holds with the scenario given as JSON text. */
+    static native void loadScenario(String json);
+
+    /**
+     * Reads the device's listing of one kind of {@link Listings} once and keeps its records for
+     * {@link #build}; the number of records.
+     */
+    static native int keep(int kind);
+
+    /** The box whose documents {@link #keep} kept (the box holding documents). */
+    static native long documentBox();
+
+    /** The kept records' Java objects built by hand: a list, or for addresses an array. */
+    static native Object build(int kind);
+
+    /** The device's listing of one kind alone, nothing built: the number of records it handed back. */
+    static native int platform(int kind);
+
+    /** Clears the simulated device's call log and trace lines. */
+    static native void clearLogs();
 }

@@ -19,7 +19,7 @@ import orvane.qsf.wrapper.system.cmt_commonJNI;
  *     --scale X        operations per round times X (default 1; smaller under emulation)
  *     --ratios-only    print ratios, not times (an emulated run)
  *     --json FILE      also write the results as JSON
- *   families: accessors events start-up (default: all)
+ *   families: accessors events listings start-up (default: all)
  * </pre>
  */
 public final class Bench {
@@ -27,7 +27,7 @@ public final class Bench {
 
     /** Every family, in the order of the table. */
     static List<Family> families() {
-        return List.of(new Accessors(), new Events(), new Startup());
+        return List.of(new Accessors(), new Events(), new Listings(), new Startup());
     }
 
     /**

@@ -9,7 +9,8 @@ import orvane.qsf.wrapper.user.qsf_fnd_userJNI;
 /**
  * Checks of the benchmark itself, run by CTest: that its statistics, table and JSON say what was measured,
  * that the runner measures what it is given, that each hand-written baseline reads and writes the same field
- * as the generated path it stands beside, and that every event kind reaches its proxy by both paths. The
+ * as the generated path it stands beside and builds the same objects as each listing, and that every event
+ * kind reaches its proxy by both paths. The
  * cases run in a shuffled order, the seed printed first (-Djbrg.seed=N repeats an order).
  */
 public final class BenchCheck {
@@ -48,6 +49,7 @@ public final class BenchCheck {
         runner();
         baselines();
         events();
+        listings();
         startup();
 
         long seed = Long.getLong("jbrg.seed", new Random().nextLong());
@@ -74,6 +76,38 @@ public final class BenchCheck {
         }
         System.out.println((cases.size() - failed) + " of " + cases.size() + " checks passed");
         System.exit(failed == 0 ? 0 : 1);
+    }
+
+    // ---- Listings: the baseline builds what the bridge builds ---------------------------------------------
+
+    static void listings() {
+        add("each listing's hand-built objects equal the bridge's, field by field, in order", () -> {
+            Baseline.loadScenario(Listings.scenario(12));
+            long auth = qsf_fnd_userJNI.new_qsf_fnd_authentication();
+            long boxes = orvane.qsf.wrapper.box.qsf_fnd_document_box_moduleJNI.qsf_fnd_user_box_manager_qsf_fnd_get_instance();
+            long book = orvane.qsf.wrapper.address.cmt_address_book_moduleJNI.new_cmt_address_book();
+            try {
+                for (Listings.Kind kind : Listings.Kind.values()) {
+                    check(Baseline.keep(kind.ordinal()) == 12, kind + " kept");
+                    check(Baseline.platform(kind.ordinal()) == 12, kind + " listed by the device alone");
+                    Object bridge = Listings.listOnce(kind, auth, boxes, book, Baseline.documentBox());
+                    Object hand = Baseline.build(kind.ordinal());
+                    check(Listings.size(bridge) == 12, kind + ": the bridge listed " + Listings.size(bridge));
+                    String difference = Same.difference(bridge, hand, kind.toString());
+                    check(difference == null, difference);
+                }
+            } finally {
+                qsf_fnd_userJNI.delete_qsf_fnd_authentication(auth);
+                orvane.qsf.wrapper.address.cmt_address_book_moduleJNI.delete_cmt_address_book(book);
+                Baseline.clearLogs();
+                Baseline.loadScenario("");
+            }
+        });
+        add("the listings' scenario holds what each count asks for", () -> {
+            String s = Listings.scenario(3);
+            check(s.contains("\"user00003\"") && !s.contains("user00004"), s);
+            check(s.contains("\"documents_generated\": 3") && s.contains("\"personal_generated\": 3"), s);
+        });
     }
 
     // ---- Medians, spread and the rounds that stray ------------------------------------------------------
