@@ -132,4 +132,17 @@ jstring new_string(JNIEnv* env, const char* text) {
     return text != nullptr ? make_string(env, text, std::strlen(text), true) : nullptr;
 }
 
+jstring new_field_string(JNIEnv* env, const char* field, std::size_t capacity) {
+    const auto* p = reinterpret_cast<const unsigned char*>(field);
+    // Most fields hold plain ASCII: one pass finds the terminating zero and shows that the VM may read the
+    // bytes where they lie.
+    std::size_t i = 0;
+    while (i < capacity && p[i] != 0 && p[i] < 0x80) ++i;
+    if (i < capacity && p[i] == 0) return env->NewStringUTF(field);
+    // Anything else, from the first byte that is not plain: the whole check, copying a field filled to its
+    // last byte to terminate it.
+    const std::size_t length = i + strnlen(field + i, capacity - i);
+    return make_string(env, field, length, length < capacity);
+}
+
 }  // namespace orvane::jni

@@ -34,6 +34,10 @@ jstring new_string(JNIEnv* env, const char* text, std::size_t length);
 // The same for a zero-terminated text; a null text gives a null string.
 jstring new_string(JNIEnv* env, const char* text);
 
+// The same for the text of a fixed-width field of `capacity` bytes: up to its terminating zero, or the whole
+// field when it is filled to its last byte.
+jstring new_field_string(JNIEnv* env, const char* field, std::size_t capacity);
+
 }  // namespace orvane::jni
 
 #endif  // JBRG_CORE_JNI_TEXT_H

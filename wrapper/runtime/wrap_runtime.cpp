@@ -246,10 +246,8 @@ void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text) {
 }
 
 jstring get_text(JNIEnv* jenv, const char* field, std::size_t capacity) {
-    // A platform record may fill a text field to the last byte; read no further than the field. A terminated text
-    // is handed to the VM where it lies; only a full field is copied to be terminated.
-    const std::size_t length = strnlen(field, capacity);
-    return length < capacity ? ::orvane::jni::new_string(jenv, field) : ::orvane::jni::new_string(jenv, field, length);
+    // A platform record may fill a text field to the last byte; read no further than the field.
+    return ::orvane::jni::new_field_string(jenv, field, capacity);
 }
 
 namespace {
