@@ -321,13 +321,13 @@ class search_name {
 public:
     search_name(JNIEnv* env, jobject key, const trace_site& site) : env_(env) {
         jni::local_ref<jclass> type(env, env->FindClass("orvane/address/SearchKey"));
-        if (jni::failed(env, site, "FindClass") || !type) return;
+        if (jni::missing(env, type.get(), site, "FindClass")) return;
         if (key == nullptr || !env->IsInstanceOf(key, type.get())) {
             trace_at(site, "keyObj is not a SearchKey.");
             return;
         }
         jfieldID field = env->GetFieldID(type.get(), "name", "Ljava/lang/String;");
-        if (jni::failed(env, site, "GetFieldID") || field == nullptr) return;
+        if (jni::missing(env, field, site, "GetFieldID")) return;
         name_ = static_cast<jstring>(env->GetObjectField(key, field));
         if (name_ == nullptr) {
             trace_at(site, "keyObj.name==NULL");

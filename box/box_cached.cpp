@@ -49,7 +49,7 @@ jobject cached_enum::constant(JNIEnv* env, int32_t value, const trace_site& site
         const char* name = static_cast<std::size_t>(slot) < table_.count ? table_.entries[slot].constant : table_.fallback;
         std::string signature = std::string("L") + table_.java_class + ";";
         id = env->GetStaticFieldID(class_.get(), name, signature.c_str());
-        if (failed(env, site, "GetStaticFieldID") || id == nullptr) {
+        if (missing(env, id, site, "GetStaticFieldID")) {
             *found = false;
             return nullptr;
         }

@@ -25,10 +25,10 @@ bool describer::set_constant(jobject object, std::size_t field, const char* enum
         return true;
     }
     jni::local_ref<jclass> type(env, env->FindClass(enum_class));
-    if (failed(env, site, "FindClass") || !type) return false;
+    if (missing(env, type.get(), site, "FindClass")) return false;
     std::string signature = std::string("L") + enum_class + ";";
     jfieldID constant_id = env->GetStaticFieldID(type.get(), constant, signature.c_str());
-    if (failed(env, site, "GetStaticFieldID") || constant_id == nullptr) return false;
+    if (missing(env, constant_id, site, "GetStaticFieldID")) return false;
     jni::local_ref<jobject> value(env, env->GetStaticObjectField(type.get(), constant_id));
     env->SetObjectField(object, id(field), value.get());
     return true;
@@ -38,14 +38,14 @@ bool describer::set_date(jobject object, std::size_t field, dev_time seconds, co
     JNIEnv* env = target(object);
     if (env == nullptr) return false;
     jni::local_ref<jclass> calendar(env, env->FindClass("java/util/Calendar"));
-    if (failed(env, site, "FindClass") || !calendar) return false;
+    if (missing(env, calendar.get(), site, "FindClass")) return false;
     calendar_ids ids{calendar.get(), env->GetStaticMethodID(calendar.get(), "getInstance", "()Ljava/util/Calendar;"),
                      nullptr, nullptr};
-    if (failed(env, site, "GetStaticMethodID") || ids.get_instance == nullptr) return false;
+    if (missing(env, ids.get_instance, site, "GetStaticMethodID")) return false;
     ids.set = env->GetMethodID(calendar.get(), "set", "(IIIIII)V");
-    if (failed(env, site, "GetMethodID") || ids.set == nullptr) return false;
+    if (missing(env, ids.set, site, "GetMethodID")) return false;
     ids.get_time = env->GetMethodID(calendar.get(), "getTime", "()Ljava/util/Date;");
-    if (failed(env, site, "GetMethodID") || ids.get_time == nullptr) return false;
+    if (missing(env, ids.get_time, site, "GetMethodID")) return false;
     jni::local_ref<jobject> date(env, make_date(env, ids, seconds, site));
     if (!date) return false;
     env->SetObjectField(object, id(field), date.get());

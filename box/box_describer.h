@@ -30,6 +30,7 @@
 namespace orvane::box {
 
 using jni::failed;
+using jni::missing;
 using jni::field_spec;
 
 // A describer of the box module (core/jni_describer.h), which also sets enumeration constants and dates.

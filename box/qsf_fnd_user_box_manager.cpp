@@ -133,9 +133,9 @@ jobject qsf_fnd_user_box_manager::qsf_fnd_get_user_box_list(certificate cert) {
     const box::java_list lists(env, JBRG_TRACE_SITE);
     if (lists.add == nullptr) return nullptr;
     jmethodID make = env->GetMethodID(lists.type.get(), "<init>", "()V");
-    if (box::failed(env, JBRG_TRACE_SITE, "GetMethodID") || make == nullptr) return nullptr;
+    if (box::missing(env, make, JBRG_TRACE_SITE, "GetMethodID")) return nullptr;
     jni::local_ref<jobject> list(env, env->NewObject(lists.type.get(), make));
-    if (box::failed(env, JBRG_TRACE_SITE, "NewObject") || !list) return nullptr;
+    if (box::missing(env, list.get(), JBRG_TRACE_SITE, "NewObject")) return nullptr;
 
     unsigned int handle = 0;
     unsigned int total_num = 0;

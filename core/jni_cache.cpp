@@ -56,7 +56,7 @@ bool class_id::ensure(const trace_site& site) {
     JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return false;
     local_ref<jclass> found(env, env->FindClass(path_));
-    if (failed(env, site, "FindClass") || !found) return false;
+    if (missing(env, found.get(), site, "FindClass")) return false;
     cls_.store(static_cast<jclass>(env->NewGlobalRef(found.get())), std::memory_order_release);
     return true;
 }
@@ -68,7 +68,7 @@ bool member_id<Lookup>::ensure(const trace_site& site) {
     JNIEnv* env = CJvm::GetJNIEnv();
     if (env == nullptr) return false;
     id_type id = Lookup::find(env, owner_.get(), name_, signature_);
-    if (failed(env, site, Lookup::what) || id == nullptr) return false;
+    if (missing(env, id, site, Lookup::what)) return false;
     id_.store(id, std::memory_order_release);
     return true;
 }

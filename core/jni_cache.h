@@ -34,6 +34,17 @@ namespace orvane::jni {
 // when there was one.
 bool failed(JNIEnv* env, const trace_site& site, const char* what);
 
+// For the JNI calls that answer null exactly when they throw (FindClass, Get[Static]FieldID,
+// Get[Static]MethodID, NewObject, NewStringUTF): true when `result` is null, the exception traced and cleared
+// as failed() does. A result that is there is not followed by an ExceptionCheck, which is one more transition
+// into the VM: a listing makes thousands of such lookups.
+template <class T>
+bool missing(JNIEnv* env, T result, const trace_site& site, const char* what) {
+    if (result != nullptr) return false;
+    failed(env, site, what);
+    return true;
+}
+
 // A global reference to a Java class, found by its slash-form path.
 class class_id {
 public:

@@ -24,12 +24,12 @@ describer::describer(JNIEnv* env, const char* class_path, const field_spec* fiel
 
 void describer::look_up(JNIEnv* env, const char* class_path, const field_spec* fields, std::size_t count) {
     local_ref<jclass> found(env, env->FindClass(class_path));
-    if (failed(env, JBRG_TRACE_SITE, "FindClass") || !found) return;
+    if (missing(env, found.get(), JBRG_TRACE_SITE, "FindClass")) return;
     ctor_ = env->GetMethodID(found.get(), "<init>", "()V");
-    if (failed(env, JBRG_TRACE_SITE, "GetMethodID") || ctor_ == nullptr) return;
+    if (missing(env, ctor_, JBRG_TRACE_SITE, "GetMethodID")) return;
     for (std::size_t i = 0; i < count && i < kMaxFields; ++i) {
         ids_[i] = env->GetFieldID(found.get(), fields[i].name, fields[i].signature);
-        if (failed(env, JBRG_TRACE_SITE, "GetFieldID") || ids_[i] == nullptr) return;
+        if (missing(env, ids_[i], JBRG_TRACE_SITE, "GetFieldID")) return;
     }
     fields_ = fields;
     class_ = found.release();

@@ -39,6 +39,7 @@ constexpr access_level_entry kAccessLevels[] = {
 };
 
 using jni::failed;
+using jni::missing;
 
 // A new attribute object made by its (String) constructor from `text` (null for a null text).
 jobject text_attribute(JNIEnv* env, const trace_site& site, jni::method_id& ctor, const char* text) {
@@ -46,11 +47,11 @@ jobject text_attribute(JNIEnv* env, const trace_site& site, jni::method_id& ctor
     jstring made = nullptr;
     if (text != nullptr) {
         made = jni::new_string(env, text);
-        if (failed(env, site, "NewStringUTF") || made == nullptr) return nullptr;
+        if (missing(env, made, site, "NewStringUTF")) return nullptr;
     }
     jni::local_ref<jstring> value(env, made);
     jobject attribute = env->NewObject(ctor.owner().get(), ctor.get(), value.get());
-    if (failed(env, site, "NewObject")) return nullptr;
+    if (missing(env, attribute, site, "NewObject")) return nullptr;
     return attribute;
 }
 
