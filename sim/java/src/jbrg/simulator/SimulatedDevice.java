@@ -483,12 +483,15 @@ public final class SimulatedDevice {
         return nativePanel(0, "");
     }
 
-    /** An application started from the panel (the panel proxy's {@code fireApplStartEvent}). */
+    /**
+     * An application started from the panel, to the panel observers. The bridge's panel observer answers it
+     * without calling Java, as the device's does: the panel proxy hears nothing.
+     */
     public static int firePanelApplicationStart(String appId) {
         return nativePanel(1, Objects.requireNonNull(appId, "appId"));
     }
 
-    /** An application stopped from the panel (the panel proxy's {@code fireApplStopEvent}). */
+    /** An application stopped from the panel; as {@link #firePanelApplicationStart}, it does not reach Java. */
     public static int firePanelApplicationStop(String appId) {
         return nativePanel(2, Objects.requireNonNull(appId, "appId"));
     }
@@ -568,17 +571,17 @@ public final class SimulatedDevice {
         return nativeEsm(7, unsigned(status, 32, "status"), 0);
     }
 
-    /** The document processor's cover status, 0..255. */
+    /** The document processor's cover status, 0..255; the bridge's observer answers it without calling Java. */
     public static int fireDocumentProcessorCoverStatus(int status) {
         return nativeEsm(8, unsigned(status, 8, "status"), 0);
     }
 
-    /** A paper jam status. */
+    /** A paper jam status; the bridge's observer answers it without calling Java. */
     public static int fireJamStatus(long status) {
         return nativeEsm(9, unsigned(status, 32, "status"), 0);
     }
 
-    /** The document processor's jam status, 0..255. */
+    /** The document processor's jam status, 0..255; the bridge's observer answers it without calling Java. */
     public static int fireDocumentProcessorJamStatus(int status) {
         return nativeEsm(10, unsigned(status, 8, "status"), 0);
     }

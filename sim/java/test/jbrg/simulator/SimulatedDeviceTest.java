@@ -289,6 +289,88 @@ class SimulatedDeviceTest {
         assertEquals(List.of(), SimulatedDevice.files(45), "a load lays out a clean medium");
     }
 
+    /** One control call and the text its event arrives with. */
+    private record Routed(String what, java.util.function.IntSupplier fire, String arrives) {}
+
+    @Test
+    void everyNotificationOfAFamilyReachesTheProxyMethodOfItsOwnKind() {
+        List<String> heard = Collections.synchronizedList(new ArrayList<>());
+        Consumer<String> listener = heard::add;
+        List<Routed> routes = List.of(
+                new Routed("start prohibition", () -> SimulatedDevice.fireStartProhibition(5), "startProhibition 5"),
+                new Routed("combination", () -> SimulatedDevice.fireCombinationConstraint(6), "combConstraint 6"),
+                new Routed("main message", () -> SimulatedDevice.fireMainMessage(7), "panelMessageUpdate 7"),
+                new Routed("printed page", () -> SimulatedDevice.firePrintPage(11, 2, 1, 3),
+                        "page PrintPageInfo{userJobId=11, pageNum=2"),
+                new Routed("fax page", () -> SimulatedDevice.fireFaxSendPage(12, 4),
+                        "page FaxSendPageInfo{userJobId=12, pageNum=4}"),
+                new Routed("job log", () -> SimulatedDevice.fireJobLogUpdate(13, 99),
+                        "jobLog JobLogInfo{userJobId=13, receiptId=99}"),
+                new Routed("interpreter", () -> SimulatedDevice.fireInterpreterStart(14, "print.pdf", 2, 0),
+                        "interpreter InterpreterInfo{userJobId=14"),
+                new Routed("logout", () -> SimulatedDevice.fireLogout(1), "fireLogoutEvent()"),
+                new Routed("connection", () -> SimulatedDevice.fireConnectionError(3), "fireCommunicationErrorEvent()"),
+                new Routed("usb", () -> SimulatedDevice.fireUsbMemoryStatus(0x80000001L),
+                        "fireUSBDeviceEvent(-2147483647)"),
+                new Routed("waste toner", () -> SimulatedDevice.fireWasteTonerStatus(200), "fireWasteTonerEvent(200)"),
+                new Routed("paper", () -> SimulatedDevice.firePaperStatus(65535, 9),
+                        "firePaperSourceLevelEvent(65535, 9)"),
+                new Routed("cover", () -> SimulatedDevice.fireCoverStatus(0x80000000L), "fireCoverEvent(2147483648)"),
+                new Routed("coin vendor", () -> SimulatedDevice.fireCoinVendorStatus(8), "fireCoinVendorEvent(8)"),
+                new Routed("key card", () -> SimulatedDevice.fireKeyCardStatus(1), "fireKeyDeviceEvent(1)"),
+                new Routed("key counter", () -> SimulatedDevice.fireKeyCounterStatus(2), "fireKeyDeviceEvent(2)"),
+                new Routed("application start", () -> SimulatedDevice.firePanelApplicationStart("app.one"), null),
+                new Routed("application stop", () -> SimulatedDevice.firePanelApplicationStop("app.one"), null),
+                new Routed("card lost", SimulatedDevice::fireCardLost, null),
+                new Routed("jam", () -> SimulatedDevice.fireJamStatus(1), null),
+                new Routed("processor cover", () -> SimulatedDevice.fireDocumentProcessorCoverStatus(1), null),
+                new Routed("processor jam", () -> SimulatedDevice.fireDocumentProcessorJamStatus(1), null));
+        EventLog.addListener(listener);
+        try {
+            for (Routed route : routes) {
+                heard.clear();
+                assertEquals(0, route.fire().getAsInt(), route.what());
+                if (route.arrives() == null) {
+                    assertEquals(List.of(), heard, route.what() + " reaches no Java method");
+                } else {
+                    assertEquals(1, heard.size(), route.what() + ": " + heard);
+                    assertTrue(heard.get(0).startsWith(route.arrives()), route.what() + ": " + heard.get(0));
+                }
+            }
+        } finally {
+            EventLog.removeListener(listener);
+        }
+    }
+
+    @Test
+    void aForcedOutValueIsWhatTheBridgeHandsToJava() {
+        SimulatedDevice.forceOut("xsi_ais_auth_account_login", "cert_id", "77");
+        long auth = qsf_fnd_userJNI.new_qsf_fnd_authentication();
+        long cert = qsf_fnd_userJNI.new_QSF_FND_CERTIFICATE_ID();
+        try {
+            assertEquals(0, qsf_fnd_userJNI.qsf_fnd_authentication_login__SWIG_0(auth, null, "alice", "a", 1, cert,
+                    null));
+            assertEquals(77, qsf_fnd_userJNI.QSF_FND_CERTIFICATE_ID_id_get(cert, null));
+        } finally {
+            qsf_fnd_userJNI.delete_QSF_FND_CERTIFICATE_ID(cert);
+            qsf_fnd_userJNI.delete_qsf_fnd_authentication(auth);
+        }
+        assertThrows(IllegalArgumentException.class, () -> SimulatedDevice.forceOut("op", "out", "1", 0));
+    }
+
+    @Test
+    void theDevicesStateIsReadBackAsItStarts() {
+        assertTrue(SimulatedDevice.resetTimerRunning());
+        assertEquals(-1, SimulatedDevice.panelScreen(), "no screen asked for yet");
+        assertEquals(List.of(), SimulatedDevice.panelEvents());
+        assertEquals(List.of(), SimulatedDevice.panelBuzzes());
+        assertFalse(SimulatedDevice.energySavingProhibited());
+        assertEquals(List.of(), SimulatedDevice.deepSleepSuspendedBy());
+        assertEquals(List.of(), SimulatedDevice.appResults());
+        assertTrue(SimulatedDevice.expireResetTimer(), "nobody holds the timer: the observers hear the reset");
+        assertArrayEquals(new String[] {"autoReset"}, PanelProxy.received());
+    }
+
     @Test
     void jobsThatDoNotExistAreReportedAsSuch() {
         assertNull(SimulatedDevice.userJob(4242));
