@@ -6,8 +6,8 @@
 #
 # KIT_DIR/java/jbrg-kit.jar is the only jar the code is compiled against (besides JUnit 5 of /usr/share/java);
 # KIT_DIR/lib holds libjbrgCMT.so, libjbrgsim.so and libjbrgsimctl.so. The exit status is not 0 when a test
-# fails. JAVA_HOME picks the JDK (default: the one of javac on PATH); BUILD_DIR the folder for the classes
-# (default: a temporary one, removed at the end).
+# fails. The order's seed is printed first; JUNIT_SEED=<seed> repeats an order. JAVA_HOME picks the JDK (default:
+# the one of javac on PATH); BUILD_DIR the folder for the classes (default: a temporary one, removed at the end).
 set -eu
 
 if [ $# -ne 1 ]; then
@@ -53,7 +53,10 @@ find "$here/test" -name '*.java' > "$out/test-sources"
 LD_LIBRARY_PATH="$kit/lib${LD_LIBRARY_PATH:+:$LD_LIBRARY_PATH}"
 JBRG_SIM_SCENARIO=
 export LD_LIBRARY_PATH JBRG_SIM_SCENARIO
+seed=${JUNIT_SEED:-$(od -An -N4 -tu4 /dev/urandom | tr -d ' ')}
+echo "Tests in random order, seed $seed (JUNIT_SEED=$seed repeats it)"
 "$java" -Djava.library.path="$kit/lib" -jar "$junit" --disable-banner --fail-if-no-tests \
     --config=junit.jupiter.testmethod.order.default='org.junit.jupiter.api.MethodOrderer$Random' \
     --config=junit.jupiter.testclass.order.default='org.junit.jupiter.api.ClassOrderer$Random' \
+    --config=junit.jupiter.execution.order.random.seed="$seed" \
     --class-path "$jar:$out/app:$out/test" --scan-class-path "$out/test"
