@@ -216,6 +216,16 @@ JNIEXPORT void JNICALL Java_jbrg_simulator_SimulatedDevice_reset(JNIEnv* env, jc
     guarded_void(env, [] { jbrg_sim::reset(); });
 }
 
+JNIEXPORT void JNICALL Java_jbrg_simulator_SimulatedDevice_awaitIdle(JNIEnv* env, jclass) {
+    // A job's run sends its job information from the job thread and waits for it, so the job thread comes first:
+    // once an empty task has passed it, the runs before it and everything they sent have been delivered.
+    guarded_void(env, [] {
+        for (const char* service : {"job", "jobinfo", "panel", "esm", "smart_card", "xam_ads"}) {
+            jbrg_sim::deliver(service, [] { return 0; });
+        }
+    });
+}
+
 JNIEXPORT void JNICALL Java_jbrg_simulator_SimulatedDevice_nativeForceResult(JNIEnv* env, jclass, jstring op, jint code,
                                                                              jint times) {
     guarded_void(env, [&] { jbrg_sim::force_result(text(env, op, "op"), code, times); });

@@ -81,6 +81,14 @@ public final class SimulatedDevice {
      */
     public static native void reset();
 
+    /**
+     * Waits until the device has delivered every notification already under way: the runs of jobs that run by
+     * themselves (to their end and their job log update), and whatever each event source was sending. A test
+     * calls it before the application stops its event manager, so that no event is still on its way to an
+     * observer the application is deleting.
+     */
+    public static native void awaitIdle();
+
     // ---- Faults -----------------------------------------------------------------------------------------
 
     /**

@@ -62,6 +62,7 @@ class SimulatedDeviceTest {
 
     @AfterEach
     void stopEvents() {
+        SimulatedDevice.awaitIdle();
         qsf_fnd_eventJNI.qsf_fnd_event_manager_terminate(events, null);
         qsf_fnd_eventJNI.delete_qsf_fnd_event_manager(events);
     }

@@ -24,6 +24,9 @@ abstract class DeviceTest {
 
     @AfterEach
     void stopApplication() {
+        // Events still on their way (a job's last log update) are delivered before the application stops
+        // listening.
+        SimulatedDevice.awaitIdle();
         app.close();
     }
 }

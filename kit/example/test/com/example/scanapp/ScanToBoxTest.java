@@ -6,12 +6,14 @@ import static org.junit.jupiter.api.Assertions.assertNull;
 import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
+import java.util.Arrays;
 import java.util.List;
 import jbrg.simulator.Box;
 import jbrg.simulator.SimulatedDevice;
 import jbrg.simulator.StoredDocument;
 import jbrg.simulator.UserJob;
 import org.junit.jupiter.api.Test;
+import orvane.qsf.controller.event.proxy.EventLog;
 
 /** Alice logs in and scans into her box; the device holds the document afterwards. */
 class ScanToBoxTest extends DeviceTest {
@@ -49,6 +51,9 @@ class ScanToBoxTest extends DeviceTest {
         assertEquals(CATEGORY_BOX, held.category());
         assertEquals(cert, held.certId(), "the job was made for Alice's login");
         assertTrue(held.ended());
+        SimulatedDevice.awaitIdle();
+        String logged = "jobLog JobLogInfo{userJobId=" + job + ",";
+        assertTrue(Arrays.stream(EventLog.all()).anyMatch(e -> e.startsWith(logged)), "the job log entry follows the end");
         app.logout(cert);
         assertFalse(SimulatedDevice.isLoggedIn(cert));
     }
