@@ -807,6 +807,24 @@ std::optional<box_info> box(uint32_t box_id) {
     return b->second.info;
 }
 
+uint32_t add_box(const box_info& box) {
+    ensure_loaded();
+    auto lock = device_lock();
+    box_info b = box;
+    bool too_long = b.name.size() >= XSI_PBFS_BOX_NAME_SIZE || b.owner_name.size() >= XSI_PBFS_BOX_OWNER_NAME_SIZE ||
+                    b.owner_login_name.size() >= XSI_PBFS_BOX_OWNER_LOGIN_NAME_SIZE ||
+                    b.owner_domain_name.size() >= XSI_PBFS_BOX_OWNER_DOMAIN_NAME_SIZE ||
+                    b.password.size() >= XSI_PBFS_BOX_PW_SIZE;
+    if (b.number == 0 || too_long || fits(b, 0) != XSI_PBFS_BOX_OK) return 0;
+    b.documents.clear();
+    b.used_size = 0;
+    box_service& s = ::boxes();
+    dev_ulong id = s.new_box_id();
+    b.box_id = id;
+    s.boxes[id].info = std::move(b);
+    return static_cast<uint32_t>(id);
+}
+
 uint32_t store_document(uint32_t box_id, const document& doc) {
     ensure_loaded();
     auto lock = device_lock();

@@ -55,15 +55,11 @@ jbrg_sim::observer_list<xsi_pbfs_esm_observer>& registered() {
 // Sends one message to every observer registered when it is sent, on the monitor's IPC thread.
 int32_t send_message(uint32_t msg_id, std::vector<dev_ulong> words) {
     return jbrg_sim::deliver("esm", [msg_id, words]() mutable {
-        const std::vector<xsi_pbfs_esm_observer*> observers = registered().snapshot();
-        int32_t answer = 0;
         static dev_ulong sequence = 0;
-        for (xsi_pbfs_esm_observer* observer : observers) {
+        return registered().call_each([&](xsi_pbfs_esm_observer* observer) {
             gen_ipc_msghdr header{msg_id, 0, static_cast<dev_ulong>(words.size() * sizeof(dev_ulong)), ++sequence};
-            const int32_t one = observer->dispatch(0, reinterpret_cast<char*>(words.data()), header.length, header);
-            if (answer == 0) answer = one;
-        }
-        return answer;
+            return observer->dispatch(0, reinterpret_cast<char*>(words.data()), header.length, header);
+        });
     });
 }
 

@@ -41,15 +41,11 @@ constexpr uint32_t kStoredPageBytes = 100 * 1024;  // what a page stored to a bo
 // Hands one message to every registered observer; on the "job" thread.
 int32_t dispatch_all(int msg_id, std::vector<char>& data) {
     static std::atomic<dev_ulong> sequence{0};
-    const std::vector<xsi_ais_job_observer*> targets = observers().snapshot();
-    int32_t answer = 0;
-    for (xsi_ais_job_observer* o : targets) {
+    return observers().call_each([&](xsi_ais_job_observer* o) {
         gen_ipc_msghdr header{static_cast<dev_ulong>(msg_id), kJobSender, static_cast<dev_ulong>(data.size()),
                               ++sequence};
-        int32_t a = o->dispatch(1, data.data(), static_cast<unsigned int>(data.size()), header);
-        if (answer == 0) answer = a;
-    }
-    return answer;
+        return o->dispatch(1, data.data(), static_cast<unsigned int>(data.size()), header);
+    });
 }
 
 // The same from any other thread: runs on the "job" thread and waits.

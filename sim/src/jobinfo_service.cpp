@@ -374,17 +374,13 @@ constexpr dev_ulong kJobinfoSender = 2;  // the job information service, as mess
 
 // Sends one message to every registered observer, on the service's IPC thread.
 int32_t send(int msg_id, std::vector<char> data) {
-    std::vector<xsi_ais_jobinfo_observer*> targets = observers().snapshot();
     static std::atomic<dev_ulong> sequence{0};
-    return jbrg_sim::deliver("jobinfo", [targets, msg_id, data]() mutable {
-        int32_t answer = 0;
-        for (xsi_ais_jobinfo_observer* o : targets) {
+    return jbrg_sim::deliver("jobinfo", [msg_id, data]() mutable {
+        return observers().call_each([&](xsi_ais_jobinfo_observer* o) {
             gen_ipc_msghdr header{static_cast<dev_ulong>(msg_id), kJobinfoSender, static_cast<dev_ulong>(data.size()),
                                   ++sequence};
-            int32_t a = o->dispatch(1, data.data(), static_cast<unsigned int>(data.size()), header);
-            if (answer == 0) answer = a;
-        }
-        return answer;
+            return o->dispatch(1, data.data(), static_cast<unsigned int>(data.size()), header);
+        });
     });
 }
 

@@ -135,16 +135,12 @@ bool screen_known(XSI_PBFS_PANEL_DISPLAY_TYPE type) { return type >= 0 && type <
 // Hands one message to every registered observer on the panel's IPC thread.
 int32_t send(uint32_t msg_id, std::string data) {
     return jbrg_sim::deliver("panel", [msg_id, data = std::move(data)]() mutable -> int32_t {
-        const std::vector<xsi_pbfs_panel_observer*> observers = the_panel().observers.snapshot();
-        int32_t answer = 0;
-        for (xsi_pbfs_panel_observer* o : observers) {
+        return the_panel().observers.call_each([&](xsi_pbfs_panel_observer* o) {
             gen_ipc_msghdr header{msg_id, 0x0701u, static_cast<dev_ulong>(data.size()), 0};
             std::vector<char> bytes(data.begin(), data.end());
             bytes.push_back('\0');  // a spare byte, so that empty data still has an address
-            const int32_t a = o->dispatch(0, bytes.data(), static_cast<unsigned int>(data.size()), header);
-            if (answer == 0) answer = a;
-        }
-        return answer;
+            return o->dispatch(0, bytes.data(), static_cast<unsigned int>(data.size()), header);
+        });
     });
 }
 

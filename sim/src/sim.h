@@ -17,12 +17,15 @@
 #define JBRG_SIM_SIM_H
 
 #include <algorithm>
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <mutex>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <thread>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "plat_types.h"
@@ -130,6 +133,10 @@ public:
 
 // The observers of one service, in registration order. Kept apart from the device lock, so that a
 // notification can run without it and its observer may call back into the device.
+//
+// A process deletes an observer once its removal has returned, so a notification must never reach one after
+// that: call_each() calls only observers still registered, and remove() waits while another thread is inside a
+// call to the observer it removes (an observer removing itself from within its own call does not wait).
 template <class T>
 class observer_list final : public registrations {
 public:
@@ -140,13 +147,46 @@ public:
         list_.push_back(observer);
         return true;
     }
-    // False when `observer` is not registered.
+    // False when `observer` is not registered. Returns once no other thread is calling it.
     bool remove(T* observer) {
-        std::lock_guard<std::mutex> guard(mutex_);
+        std::unique_lock<std::mutex> lock(mutex_);
         auto at = std::find(list_.begin(), list_.end(), observer);
         if (at == list_.end()) return false;
         list_.erase(at);
+        const std::thread::id self = std::this_thread::get_id();
+        called_.wait(lock, [&] {
+            return std::none_of(calling_.begin(), calling_.end(),
+                                [&](const auto& c) { return c.first == observer && c.second != self; });
+        });
         return true;
+    }
+    // Calls `call(observer)` for each observer registered when it starts, in order, on this thread, leaving out
+    // one removed in the meantime; the first non-zero answer, or 0.
+    template <class F>
+    int32_t call_each(F&& call) {
+        int32_t answer = 0;
+        for (T* observer : snapshot()) {
+            const std::pair<T*, std::thread::id> entry{observer, std::this_thread::get_id()};
+            {
+                std::lock_guard<std::mutex> guard(mutex_);
+                if (std::find(list_.begin(), list_.end(), observer) == list_.end()) continue;
+                calling_.push_back(entry);
+            }
+            struct done {
+                observer_list* list;
+                std::pair<T*, std::thread::id> entry;
+                ~done() {
+                    {
+                        std::lock_guard<std::mutex> guard(list->mutex_);
+                        list->calling_.erase(std::find(list->calling_.begin(), list->calling_.end(), entry));
+                    }
+                    list->called_.notify_all();
+                }
+            } finished{this, entry};
+            const int32_t one = call(observer);
+            if (answer == 0) answer = one;
+        }
+        return answer;
     }
     // The observers registered now; a notification goes to these.
     std::vector<T*> snapshot() const {
@@ -164,7 +204,9 @@ public:
 
 private:
     mutable std::mutex mutex_;
+    std::condition_variable called_;
     std::vector<T*> list_;
+    std::vector<std::pair<T*, std::thread::id>> calling_;  // calls running now, and their threads
 };
 
 }  // namespace jbrg_sim

@@ -58,16 +58,11 @@ jbrg_sim::observer_list<xdc_com_std_smart_card_observer>& registered() {
 
 int32_t send_message(uint32_t msg_id, std::vector<char> data) {
     return jbrg_sim::deliver("smart_card", [msg_id, data]() mutable {
-        const std::vector<xdc_com_std_smart_card_observer*> observers = registered().snapshot();
-        int32_t answer = 0;
         static dev_ulong sequence = 0;
-        for (xdc_com_std_smart_card_observer* observer : observers) {
+        return registered().call_each([&](xdc_com_std_smart_card_observer* observer) {
             gen_ipc_msghdr header{msg_id, 0, static_cast<dev_ulong>(data.size()), ++sequence};
-            const int32_t one =
-                observer->dispatch(0, data.empty() ? nullptr : data.data(), header.length, header);
-            if (answer == 0) answer = one;
-        }
-        return answer;
+            return observer->dispatch(0, data.empty() ? nullptr : data.data(), header.length, header);
+        });
     });
 }
 

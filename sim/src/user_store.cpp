@@ -31,8 +31,10 @@
 #include <string>
 #include <vector>
 
+#include "jbrg_sim/auth.h"
 #include "scenario.h"
 #include "sim.h"
+#include "sim_internal.h"
 #include "user_internal.h"
 #include "xsi_pbfs_user.h"
 
@@ -81,6 +83,7 @@ public:
     }
 
     const std::vector<jbrg_sim::user_account>& local() const { return local_; }
+    std::vector<jbrg_sim::user_account>& local() { return local_; }
     std::map<std::string, jbrg_sim::user_account>& hidden() { return hidden_; }
     std::size_t hidden_limit() const { return hidden_limit_; }
 
@@ -218,6 +221,27 @@ void jbrg_sim::copy_text(char* field, std::size_t capacity, const std::string& t
 std::string jbrg_sim::field_text(const char* field, std::size_t capacity) {
     const void* end = std::memchr(field, '\0', capacity);
     return std::string(field, end == nullptr ? capacity : static_cast<std::size_t>(static_cast<const char*>(end) - field));
+}
+
+// ---- Control surface ------------------------------------------------------------------------------------
+
+bool jbrg_sim::auth::add_local_user(const local_user& user) {
+    ensure_loaded();
+    auto lock = device_lock();
+    user_store& s = store();
+    if (user.login_name.empty() || s.find(user.login_name) != nullptr) return false;
+    user_account account;
+    account.login_name = user.login_name;
+    account.password = user.password;
+    account.user_name = user.user_name;
+    account.email = user.email;
+    account.card = user.card;
+    account.rights = user.rights;
+    dev_ulong highest = 0;
+    for (const auto& existing : s.local()) highest = std::max(highest, existing.id);
+    account.id = highest + 1;
+    s.local().push_back(std::move(account));
+    return true;
 }
 
 // ---- The facade ---------------------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <cstring>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -360,6 +361,55 @@ TEST_F(sim_box, scenarios_that_do_not_read_are_refused_and_change_nothing) {
     EXPECT_EQ(4U, jbrg_sim::box::boxes().size());
     EXPECT_EQ(1U, jbrg_sim::box::fax_boxes().size());
     EXPECT_FALSE(jbrg_sim::box::removable_memory_folder().empty());
+}
+
+TEST_F(sim_box, a_box_added_at_run_time_takes_the_next_id_and_the_same_limits_as_the_panel) {
+    jbrg_sim::box::box_info made;
+    made.number = 7;
+    made.name = "Run time";
+    made.owner_login_name = "alice";
+    made.password = "pw";
+    made.capacity = 20;
+    made.documents.resize(3);  // the device's to fill: ignored
+    uint32_t id = jbrg_sim::box::add_box(made);
+    EXPECT_EQ(6U, id) << "after the scenario's five boxes";
+    std::optional<jbrg_sim::box::box_info> kept = jbrg_sim::box::box(id);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ("Run time", kept->name);
+    EXPECT_EQ("alice", kept->owner_login_name);
+    EXPECT_TRUE(kept->documents.empty());
+    EXPECT_FALSE(kept->fax);
+    EXPECT_NE(0U, jbrg_sim::box::store_document(id, jbrg_sim::box::document{}));
+    EXPECT_THAT(user_boxes(), ElementsAre("1:Alice's:10:1", "2::1:0", "3:Anyone:0:3", "4::50:0", "7:Run time:20:1"));
+
+    jbrg_sim::box::box_info refused = made;
+    refused.number = 8;
+    refused.capacity = 0;
+    EXPECT_EQ(0U, jbrg_sim::box::add_box(refused)) << "the box limit of 5 is reached";
+    jbrg_sim::box::box_info fax;
+    fax.fax = true;
+    fax.number = 1;
+    EXPECT_EQ(0U, jbrg_sim::box::add_box(fax)) << "fax box number 1 is taken";
+    fax.number = 2;
+    EXPECT_NE(0U, jbrg_sim::box::add_box(fax)) << "fax boxes count apart from user boxes";
+    EXPECT_EQ(2U, jbrg_sim::box::fax_boxes().size());
+}
+
+TEST_F(sim_box, a_box_is_refused_without_a_number_over_the_space_or_with_a_text_too_long) {
+    jbrg_sim::box::box_info b;
+    EXPECT_EQ(0U, jbrg_sim::box::add_box(b)) << "number 0";
+    b.number = 1;
+    EXPECT_EQ(0U, jbrg_sim::box::add_box(b)) << "number 1 is taken";
+    b.number = 9;
+    b.capacity = 40;
+    EXPECT_EQ(0U, jbrg_sim::box::add_box(b)) << "61 MB reserved of 100: 40 more do not fit";
+    b.capacity = 0;
+    b.password = std::string(XSI_PBFS_BOX_PW_SIZE, 'p');
+    EXPECT_EQ(0U, jbrg_sim::box::add_box(b));
+    b.password.clear();
+    b.name = std::string(XSI_PBFS_BOX_NAME_SIZE, 'n');
+    EXPECT_EQ(0U, jbrg_sim::box::add_box(b));
+    EXPECT_THAT(user_boxes(), ElementsAre("1:Alice's:10:1", "2::1:0", "3:Anyone:0:3", "4::50:0"));
 }
 
 }  // namespace

@@ -1,6 +1,10 @@
 // The simulated device's control surface: forcing, call log, reset, platform threads, memory partition, scenario.
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <memory>
 #include <set>
 #include <stdexcept>
 #include <thread>
@@ -112,6 +116,55 @@ TEST_F(sim_control, a_load_keeps_registered_observers_and_a_reset_powers_the_dev
     xsi_pbfs_esm_facade::xsi_pbfs_esm_get_instance()->xsi_pbfs_esm_remove_observer(&esm);
     xdc_com_std_facade::get_instance()->remove_smart_card_observer(&card);
     for (dev_ulong id : {1U, 2U}) xam_ads_facade::xam_ads_get_instance()->xam_ads_remove_app_operation_observer(id);
+}
+
+// A job observer whose scan count notification waits until the test lets it go, and one that removes itself.
+struct held_watch : xsi_ais_job_observer {
+    std::promise<void> entered;
+    std::promise<void> release;
+    std::shared_future<void> released{release.get_future().share()};
+    std::atomic<int> seen{0};
+    PLAT_RESULT notify_scan_count(unsigned int, unsigned int) override {
+        if (seen++ == 0) {
+            entered.set_value();
+            released.wait();
+        }
+        return PLAT_OK;
+    }
+};
+struct self_removing_watch : xsi_ais_job_observer {
+    PLAT_RESULT removed = -1;
+    PLAT_RESULT notify_scan_count(unsigned int, unsigned int) override {
+        removed = xsi_ais_job_facade::xsi_ais_job_get_instance()->xsi_ais_job_remove_observer(this);
+        return PLAT_OK;
+    }
+};
+
+TEST_F(sim_control, a_removal_returns_only_once_no_notification_is_running_in_the_observer) {
+    xsi_ais_job_facade* jobs = xsi_ais_job_facade::xsi_ais_job_get_instance();
+    auto held = std::make_unique<held_watch>();
+    ASSERT_EQ(XSI_AIS_JOB_OK, jobs->xsi_ais_job_add_observer(held.get()));
+    std::future<int32_t> notified =
+        std::async(std::launch::async, [] { return jbrg_sim::job::notify_scan_count(1, 1); });
+    held->entered.get_future().wait();
+
+    std::future<PLAT_RESULT> removed =
+        std::async(std::launch::async, [&] { return jobs->xsi_ais_job_remove_observer(held.get()); });
+    EXPECT_EQ(std::future_status::timeout, removed.wait_for(std::chrono::milliseconds(100)))
+        << "the observer is still being called: its owner must not delete it yet";
+    EXPECT_EQ(0, jbrg_sim::job::observer_count()) << "but it is no longer registered";
+    held->release.set_value();
+    EXPECT_EQ(XSI_AIS_JOB_OK, removed.get());
+    EXPECT_EQ(0, notified.get());
+    EXPECT_EQ(0, jbrg_sim::job::notify_scan_count(2, 2));
+    EXPECT_EQ(1, held->seen.load()) << "nothing reaches a removed observer";
+    held.reset();
+
+    self_removing_watch self;
+    ASSERT_EQ(XSI_AIS_JOB_OK, jobs->xsi_ais_job_add_observer(&self));
+    EXPECT_EQ(0, jbrg_sim::job::notify_scan_count(3, 3));
+    EXPECT_EQ(XSI_AIS_JOB_OK, self.removed) << "an observer removes itself from within its call without waiting";
+    EXPECT_EQ(0, jbrg_sim::job::observer_count());
 }
 
 TEST_F(sim_control, notifications_run_in_order_on_one_thread_per_service) {

@@ -112,4 +112,52 @@ TEST_F(sim_users, scenarios_that_do_not_read_are_refused) {
     }
 }
 
+
+TEST_F(sim_users, a_local_user_added_at_run_time_is_listed_last_and_logs_in_until_the_next_load) {
+    jbrg_sim::auth::local_user added;
+    added.login_name = "u4";
+    added.password = "p4";
+    added.user_name = "Four";
+    added.card = "C4";
+    added.rights = 0;
+    ASSERT_TRUE(jbrg_sim::auth::add_local_user(added));
+
+    dev_ulong handle = 0, total = 0, got = 0;
+    ASSERT_EQ(XSI_PBFS_USER_OK, store()->xsi_pbfs_user_get_local_user_list_prepare(8, handle, total));
+    EXPECT_EQ(4U, total);
+    XSI_PBFS_USERINFO_RECORD records[8];
+    ASSERT_EQ(XSI_PBFS_USER_OK, store()->xsi_pbfs_user_get_local_user_list(handle, got, records));
+    ASSERT_EQ(4U, got);
+    EXPECT_STREQ("u4", records[3].login_name);
+    EXPECT_STREQ("Four", records[3].user_name);
+    EXPECT_EQ(XSI_PBFS_USER_RIGHTS_ADMIN, records[3].rights);
+    EXPECT_EQ(XSI_PBFS_USER_OK, store()->xsi_pbfs_user_get_local_user_list_finish(handle));
+
+    dev_ulong cert = 0;
+    EXPECT_EQ(XSI_AIS_AUTH_ERR_INVALID_PASSWORD,
+              auth()->xsi_ais_auth_account_login("u4", "wrong", XSI_AIS_AUTH_AUTHMODE_LOCAL, &cert));
+    EXPECT_EQ(XSI_AIS_AUTH_OK, auth()->xsi_ais_auth_account_login("u4", "p4", XSI_AIS_AUTH_AUTHMODE_LOCAL, &cert));
+    EXPECT_TRUE(jbrg_sim::auth::logged_in(cert));
+    dev_ulong by_card = 0;
+    EXPECT_EQ(XSI_AIS_AUTH_OK, auth()->xsi_ais_auth_idm_login("C4", &by_card)) << "the card logs in as well";
+
+    jbrg_sim::reset();
+    EXPECT_EQ(XSI_AIS_AUTH_ERR_NOT_FOUND,
+              auth()->xsi_ais_auth_account_login("u4", "p4", XSI_AIS_AUTH_AUTHMODE_LOCAL, &cert))
+        << "a reset goes back to the scenario's users";
+}
+
+TEST_F(sim_users, a_local_user_is_refused_without_a_login_name_or_with_one_in_use) {
+    jbrg_sim::auth::local_user user;
+    EXPECT_FALSE(jbrg_sim::auth::add_local_user(user));
+    user.login_name = "u2";
+    EXPECT_FALSE(jbrg_sim::auth::add_local_user(user)) << "a local user's name";
+    user.login_name = "h1";
+    EXPECT_FALSE(jbrg_sim::auth::add_local_user(user)) << "a hidden account's name";
+    dev_ulong handle = 0, total = 0;
+    ASSERT_EQ(XSI_PBFS_USER_OK, store()->xsi_pbfs_user_get_local_user_list_prepare(8, handle, total));
+    EXPECT_EQ(3U, total);
+    EXPECT_EQ(XSI_PBFS_USER_OK, store()->xsi_pbfs_user_get_local_user_list_finish(handle));
+}
+
 }  // namespace

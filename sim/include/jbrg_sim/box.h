@@ -54,6 +54,12 @@ std::vector<box_info> boxes();
 std::vector<box_info> fax_boxes();
 std::optional<box_info> box(uint32_t box_id);
 
+// Makes a user box (`fax` false) or a fax box (`fax` true) as the device's panel would, with the description
+// given (its id, used size and documents are the device's: ignored here; no documents). Its new box id, or 0
+// when the device refuses it: a number of 0 or one a box of the kind has, a text too long for its field, the
+// kind's box limit reached, or a capacity larger than what is left of the kind's space.
+uint32_t add_box(const box_info& box);
+
 // Stores a document in a box as a scan stored to it would (its id given by the device, its date the time of
 // storing when 0); the new document id, or 0 when the box does not exist or cannot hold it.
 uint32_t store_document(uint32_t box_id, const document& doc);

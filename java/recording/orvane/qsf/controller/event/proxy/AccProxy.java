@@ -31,17 +31,28 @@ public final class AccProxy {
         cards.clear();
     }
 
-    public static synchronized void fireICCardEvent(ICCardInfo info) {
-        cards.add(info);
-        received.add("fireICCardEvent(" + describe(info) + ")");
+    public static void fireICCardEvent(ICCardInfo info) {
+        String event = "fireICCardEvent(" + describe(info) + ")";
+        synchronized (AccProxy.class) {
+            cards.add(info);
+            received.add(event);
+        }
+        EventLog.announce(event);
     }
 
-    public static synchronized void fireICCardErrorEvent(int error) {
-        received.add("fireICCardErrorEvent(" + error + ")");
+    public static void fireICCardErrorEvent(int error) {
+        record("fireICCardErrorEvent(" + error + ")");
     }
 
-    public static synchronized void fireICCardDeviceEvent(int vendor, int product, boolean added, byte cardTypes) {
-        received.add("fireICCardDeviceEvent(" + vendor + ", " + product + ", " + added + ", " + cardTypes + ")");
+    public static void fireICCardDeviceEvent(int vendor, int product, boolean added, byte cardTypes) {
+        record("fireICCardDeviceEvent(" + vendor + ", " + product + ", " + added + ", " + cardTypes + ")");
+    }
+
+    private static void record(String event) {
+        synchronized (AccProxy.class) {
+            received.add(event);
+        }
+        EventLog.announce(event);
     }
 
     /** "id=..., type=..., data=[...]": each entry as {system=..., services=[...], sectors=[...], blocks=[hex,...]}. */

@@ -25,9 +25,14 @@ public final class AppOperationProxy {
         return record(code + ":" + appId);
     }
 
-    private static synchronized boolean record(String event) {
-        received.add(event);
-        return answer;
+    private static boolean record(String event) {
+        boolean given;
+        synchronized (AppOperationProxy.class) {
+            received.add(event);
+            given = answer;
+        }
+        EventLog.announce(event);
+        return given;
     }
 
     /** The requests received so far, in order. */

@@ -12,8 +12,11 @@ public final class CommonProxy {
 
     private CommonProxy() {}
 
-    private static synchronized void record(String event) {
-        received.add(event);
+    private static void record(String event) {
+        synchronized (CommonProxy.class) {
+            received.add(event);
+        }
+        EventLog.announce(event);
     }
 
     /** The events that arrived, oldest first. */

@@ -18,23 +18,24 @@ public final class JobInfoProxy {
 
     private JobInfoProxy() {}
 
-    public static synchronized void firePageEvent(Object page) {
-        add("page " + page, page);
+    public static void firePageEvent(Object page) {
+        EventLog.announce(add("page " + page, page));
     }
 
-    public static synchronized void fireJobLogEvent(JobLogInfo info) {
-        add("jobLog " + info, info);
+    public static void fireJobLogEvent(JobLogInfo info) {
+        EventLog.announce(add("jobLog " + info, info));
     }
 
-    public static synchronized void fireInterpreterEvent(InterpreterInfo info) {
-        add("interpreter " + info, info);
+    public static void fireInterpreterEvent(InterpreterInfo info) {
+        EventLog.announce(add("interpreter " + info, info));
     }
 
-    private static void add(String event, Object object) {
+    private static synchronized String add(String event, Object object) {
         received.add(event);
         objects.add(object);
         EventLog.add(event);
         JobInfoProxy.class.notifyAll();
+        return event;
     }
 
     /** What arrived so far, oldest first. */

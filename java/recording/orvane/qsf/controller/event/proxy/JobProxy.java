@@ -16,31 +16,34 @@ public final class JobProxy {
 
     private JobProxy() {}
 
-    public static synchronized void fireJobStateChangedEvent(Job job) {
-        jobs.add(job);
-        add("state " + job);
+    public static void fireJobStateChangedEvent(Job job) {
+        EventLog.announce(add("state " + job, job));
     }
 
-    public static synchronized void fireScanCountEvent(long count1, long count2) {
-        add("scanCount " + count1 + " " + count2);
+    public static void fireScanCountEvent(long count1, long count2) {
+        EventLog.announce(add("scanCount " + count1 + " " + count2, null));
     }
 
-    public static synchronized void fireStartProhibitionEvent(long value) {
-        add("startProhibition " + value);
+    public static void fireStartProhibitionEvent(long value) {
+        EventLog.announce(add("startProhibition " + value, null));
     }
 
-    public static synchronized void fireCombConstraintEvent(long value) {
-        add("combConstraint " + value);
+    public static void fireCombConstraintEvent(long value) {
+        EventLog.announce(add("combConstraint " + value, null));
     }
 
-    public static synchronized void firePanelMessageUpdateEvent(long value) {
-        add("panelMessageUpdate " + value);
+    public static void firePanelMessageUpdateEvent(long value) {
+        EventLog.announce(add("panelMessageUpdate " + value, null));
     }
 
-    private static void add(String event) {
+    private static synchronized String add(String event, Job job) {
+        if (job != null) {
+            jobs.add(job);
+        }
         received.add(event);
         EventLog.add(event);
         JobProxy.class.notifyAll();
+        return event;
     }
 
     /** What arrived so far, oldest first. */

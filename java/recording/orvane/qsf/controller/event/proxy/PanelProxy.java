@@ -36,7 +36,10 @@ public final class PanelProxy {
         received.clear();
     }
 
-    private static synchronized void record(String event) {
-        received.add(event);
+    private static void record(String event) {
+        synchronized (PanelProxy.class) {
+            received.add(event);
+        }
+        EventLog.announce(event);
     }
 }

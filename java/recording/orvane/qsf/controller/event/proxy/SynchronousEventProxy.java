@@ -21,7 +21,11 @@ public final class SynchronousEventProxy {
         received.clear();
     }
 
-    public static synchronized void fireResidentAppsStateChanged(int state) {
-        received.add("fireResidentAppsStateChanged(" + state + ")");
+    public static void fireResidentAppsStateChanged(int state) {
+        String event = "fireResidentAppsStateChanged(" + state + ")";
+        synchronized (SynchronousEventProxy.class) {
+            received.add(event);
+        }
+        EventLog.announce(event);
     }
 }
