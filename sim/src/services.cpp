@@ -33,10 +33,17 @@ extern "C" int emwGENTrcPrintf(unsigned int module, unsigned int level, unsigned
     va_start(args, format);
     va_list again;
     va_copy(again, args);
-    int length = std::vsnprintf(nullptr, 0, format, args);
+    // One pass for a line of usual length; a longer one is formatted again at its size.
+    char line[512];
+    int length = std::vsnprintf(line, sizeof line, format, args);
     va_end(args);
-    std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
-    if (length > 0) std::vsnprintf(text.data(), text.size() + 1, format, again);
+    std::string text;
+    if (length > 0 && static_cast<std::size_t>(length) < sizeof line) {
+        text.assign(line, static_cast<std::size_t>(length));
+    } else if (length > 0) {
+        text.resize(static_cast<std::size_t>(length));
+        std::vsnprintf(text.data(), text.size() + 1, format, again);
+    }
     va_end(again);
     if (traces_to_stderr()) {
         std::fputs(text.c_str(), stderr);

@@ -50,6 +50,20 @@ TEST_F(sim_control, forced_results_are_used_in_order_and_every_call_is_logged_wi
     EXPECT_TRUE(jbrg_sim::calls().empty());
 }
 
+TEST_F(sim_control, the_trace_printer_keeps_each_line_whole_with_its_format_and_numbers) {
+    jbrg_sim::clear_traces();
+    const std::string long_text(700, 'x');
+    EXPECT_EQ(5, emwGENTrcPrintf(0xA201, 0x102, 0, "%s=%d\n", "ab", 7));
+    EXPECT_EQ(701, emwGENTrcPrintf(1, 2, 3, "%s!", long_text.c_str()));
+    const auto lines = jbrg_sim::traces();
+    ASSERT_EQ(2U, lines.size());
+    EXPECT_EQ("ab=7\n", lines[0].text);
+    EXPECT_EQ("%s=%d\n", lines[0].format);
+    EXPECT_EQ(0xA201U, lines[0].module);
+    EXPECT_EQ(long_text + "!", lines[1].text) << "a line longer than the usual one is kept whole";
+    EXPECT_EQ(3U, lines[1].flags);
+}
+
 // Observers of every service, each counting what reaches it.
 struct job_watch : xsi_ais_job_observer {
     int seen = 0;
