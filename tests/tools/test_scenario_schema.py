@@ -136,6 +136,29 @@ class agreement(unittest.TestCase):
             self.assertEqual(scenario_validate.refusal(SCHEMA, scenario), device, scenario)
 
 
+try:
+    import jsonschema
+except ImportError:
+    jsonschema = None
+
+
+@unittest.skipUnless(jsonschema, 'no python3-jsonschema for this Python')
+class standard_validator(unittest.TestCase):
+    """A general JSON Schema validator, where one is installed: the schema is a draft 2020-12 schema, and that
+    validator takes and refuses what ours does."""
+
+    def test_the_schema_is_a_draft_2020_12_schema(self):
+        jsonschema.Draft202012Validator.check_schema(SCHEMA)
+
+    def test_it_agrees_with_ours(self):
+        checker = jsonschema.Draft202012Validator(SCHEMA)
+        for path in glob.glob(os.path.join(ROOT, 'sim', 'scenarios', '*.json')):
+            with open(path, encoding='utf-8') as f:
+                self.assertEqual([], [e.message for e in checker.iter_errors(json.load(f))], path)
+        for scenario, _ in agreement.REFUSED:
+            self.assertFalse(checker.is_valid(scenario), scenario)
+
+
 class validator(unittest.TestCase):
     """The validator on schemas of its own."""
 
