@@ -94,14 +94,20 @@ install(DIRECTORY "${CMAKE_SOURCE_DIR}/kit/example/" DESTINATION share/doc/jbrg/
 # ---- Tests ------------------------------------------------------------------------------------------------
 
 if(JBRG_BUILD_TESTS)
-  # The installed kit, loaded by a plain Java VM of the build machine: only where that VM can load the
-  # libraries (not a cross build, not a sanitized one).
-  if(NOT CMAKE_CROSSCOMPILING AND NOT JBRG_SANITIZE)
+  # The installed kit, loaded by a plain Java VM of the target: the build machine's, or for a cross build the
+  # target's under the emulator. Not for a sanitized build, whose libraries a plain VM cannot load.
+  if(NOT JBRG_SANITIZE AND (NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR))
     add_test(NAME jbrg_kit COMMAND "${Python3_EXECUTABLE}" "${CMAKE_SOURCE_DIR}/tests/kit/test_kit.py")
     list(JOIN JBRG_LIBRARY_MANIFESTS ":" kit_test_manifests)
     set(kit_test_environment "JBRG_BUILD=${CMAKE_BINARY_DIR}" "JBRG_VERSION=${PROJECT_VERSION}"
       "JBRG_JAVA_HOME=${JBRG_JAVA_HOME}" "JBRG_MANIFEST_ROOT=${JBRG_WRAPPER_MANIFESTS}"
       "JBRG_MANIFESTS=${kit_test_manifests}")
+    if(CMAKE_CROSSCOMPILING)
+      # The target's programs run under the emulator (words separated by "|").
+      list(JOIN CMAKE_CROSSCOMPILING_EMULATOR "|" kit_emulator)
+      list(APPEND kit_test_environment "JBRG_TARGET_RUN=${kit_emulator}"
+        "JBRG_TARGET_JAVA=${JBRG_TARGET_JAVA_HOME}/bin/java")
+    endif()
     set_tests_properties(jbrg_kit PROPERTIES TIMEOUT 600 ENVIRONMENT "${kit_test_environment}")
   endif()
 endif()

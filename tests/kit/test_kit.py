@@ -2,7 +2,8 @@
 developer finds there and what works from it alone.
 
 Environment: JBRG_BUILD (the build folder), JBRG_VERSION (the project's version), JBRG_JAVA_HOME (a JDK),
-JBRG_MANIFEST_ROOT (the build's manifest folder) and JBRG_MANIFESTS (the manifests of the library's modules,
+JBRG_TARGET_RUN and JBRG_TARGET_JAVA for a cross build (the emulator's words separated by "|", and the target's
+java, which runs under it), JBRG_MANIFEST_ROOT (the build's manifest folder) and JBRG_MANIFESTS (the manifests of the library's modules,
 <package path>/<module>.exports below that folder, separated by ":"; the test suite's probe modules have theirs
 in the same folder)."""
 
@@ -23,7 +24,9 @@ VERSION = os.environ.get('JBRG_VERSION', '')
 JAVA_HOME = os.environ.get('JBRG_JAVA_HOME', '')
 MANIFEST_ROOT = os.environ.get('JBRG_MANIFEST_ROOT', '')
 MANIFESTS = [m for m in os.environ.get('JBRG_MANIFESTS', '').split(':') if m]
-JAVA = os.path.join(JAVA_HOME, 'bin', 'java')
+# Programs of the target: run directly, or under the emulator.
+TARGET_RUN = [w for w in os.environ.get('JBRG_TARGET_RUN', '').split('|') if w]
+JAVA = TARGET_RUN + [os.environ.get('JBRG_TARGET_JAVA') or os.path.join(JAVA_HOME, 'bin', 'java')]
 JAVAC = os.path.join(JAVA_HOME, 'bin', 'javac')
 
 # A class compiled against the jar alone: loads the library and calls one generated native of each kind
@@ -78,7 +81,7 @@ def run_check(kit_folder, work):
     subprocess.run([JAVAC, '-cp', jar, '-d', work, os.path.join(work, 'KitCheck.java')], check=True,
                    capture_output=True)
     env = {k: v for k, v in os.environ.items() if k not in ('LD_LIBRARY_PATH', 'JBRG_SIM_SCENARIO')}
-    return subprocess.run([JAVA, '-Djava.library.path=' + os.path.join(kit_folder, 'lib'), '-cp',
+    return subprocess.run([*JAVA, '-Djava.library.path=' + os.path.join(kit_folder, 'lib'), '-cp',
                            jar + os.pathsep + work, 'KitCheck'], capture_output=True, text=True, env=env,
                           cwd=work)
 
@@ -158,8 +161,8 @@ class installed_kit(unittest.TestCase):
         examples = sorted(glob.glob(os.path.join(kit, 'share', 'jbrg', 'examples', '*.json')))
         self.assertGreaterEqual(len(examples), 3)
         env = {k: v for k, v in os.environ.items() if k not in ('LD_LIBRARY_PATH', 'JBRG_SIM_SCENARIO')}
-        for tool in (['bin/jbrg-scenario-load'], [sys.executable, 'bin/jbrg-scenario-validate']):
-            command = [os.path.join(kit, tool[-1])] if len(tool) == 1 else [tool[0], os.path.join(kit, tool[1])]
+        for command in ([*TARGET_RUN, os.path.join(kit, 'bin', 'jbrg-scenario-load')],
+                        [sys.executable, os.path.join(kit, 'bin', 'jbrg-scenario-validate')]):
             done = subprocess.run(command + examples, capture_output=True, text=True, env=env)
             self.assertEqual(0, done.returncode, done.stderr)
             self.assertEqual([e + ': ok' for e in examples], done.stdout.splitlines())
