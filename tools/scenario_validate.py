@@ -2,11 +2,11 @@
 """Checks scenario files of the simulated device against its JSON Schema, off the device and without the
 simulator: python3 scenario_validate.py [--schema FILE] SCENARIO.json...
 
-The schema (share/jbrg/scenario.schema.json in the kit) is draft 2020-12; this checker knows the part of it
-the schema uses: type, const, properties, additionalProperties, propertyNames, required, items, minItems,
-maxItems, minimum, maximum, minLength, maxLength (counted in UTF-8 bytes, as the device's fields hold them),
-pattern, oneOf and local $ref. Each refusal is printed as the simulator
-prints it, "scenario: <JSON pointer>: <why>"; the exit status is 1 when a file is refused."""
+The schema (share/jbrg/scenario.schema.json in the kit) is draft 2020-12; this checker knows the keywords the
+schema uses: type, const, properties, additionalProperties, propertyNames, required, items, minItems, maxItems,
+minimum, maximum, minLength, maxLength (counted in UTF-8 bytes, as the device's fields hold them), pattern,
+oneOf and local $ref. Each refusal is printed as the simulator prints it, "scenario: <JSON pointer>: <why>";
+the exit status is 1 when a file is refused."""
 
 import argparse
 import json
