@@ -99,9 +99,10 @@ if(JBRG_BUILD_TESTS)
   if(NOT JBRG_SANITIZE AND (NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR))
     add_test(NAME jbrg_kit COMMAND "${Python3_EXECUTABLE}" "${CMAKE_SOURCE_DIR}/tests/kit/test_kit.py")
     list(JOIN JBRG_LIBRARY_MANIFESTS ":" kit_test_manifests)
+    list(JOIN kit_class_dirs ":" kit_test_class_dirs)
     set(kit_test_environment "JBRG_BUILD=${CMAKE_BINARY_DIR}" "JBRG_VERSION=${PROJECT_VERSION}"
       "JBRG_JAVA_HOME=${JBRG_JAVA_HOME}" "JBRG_MANIFEST_ROOT=${JBRG_WRAPPER_MANIFESTS}"
-      "JBRG_MANIFESTS=${kit_test_manifests}")
+      "JBRG_MANIFESTS=${kit_test_manifests}" "JBRG_CLASS_DIRS=${kit_test_class_dirs}")
     if(CMAKE_CROSSCOMPILING)
       # The target's programs run under the emulator (words separated by "|").
       list(JOIN CMAKE_CROSSCOMPILING_EMULATOR "|" kit_emulator)

@@ -3,7 +3,8 @@ developer finds there and what works from it alone.
 
 Environment: JBRG_BUILD (the build folder), JBRG_VERSION (the project's version), JBRG_JAVA_HOME (a JDK),
 JBRG_TARGET_RUN and JBRG_TARGET_JAVA for a cross build (the emulator's words separated by "|", and the target's
-java, which runs under it), JBRG_MANIFEST_ROOT (the build's manifest folder) and JBRG_MANIFESTS (the manifests of the library's modules,
+java, which runs under it), JBRG_CLASS_DIRS (the build's class folders the jar packs besides the generated
+classes, separated by ":"), JBRG_MANIFEST_ROOT (the build's manifest folder) and JBRG_MANIFESTS (the manifests of the library's modules,
 <package path>/<module>.exports below that folder, separated by ":"; the test suite's probe modules have theirs
 in the same folder)."""
 
@@ -23,6 +24,7 @@ BUILD = os.environ.get('JBRG_BUILD', '')
 VERSION = os.environ.get('JBRG_VERSION', '')
 JAVA_HOME = os.environ.get('JBRG_JAVA_HOME', '')
 MANIFEST_ROOT = os.environ.get('JBRG_MANIFEST_ROOT', '')
+CLASS_DIRS = [d for d in os.environ.get('JBRG_CLASS_DIRS', '').split(':') if d]
 MANIFESTS = [m for m in os.environ.get('JBRG_MANIFESTS', '').split(':') if m]
 # Programs of the target: run directly, or under the emulator.
 TARGET_RUN = [w for w in os.environ.get('JBRG_TARGET_RUN', '').split('|') if w]
@@ -114,12 +116,16 @@ class installed_kit(unittest.TestCase):
 
     def test_the_jar_holds_the_library_classes_and_the_proxies_it_calls_back(self):
         names = jar_names(os.path.join(kit, 'java', 'jbrg-kit.jar'))
-        for folder in ['java/classes', 'java/recording-classes'] + (
-                ['sim/java-classes'] if os.path.isdir(os.path.join(BUILD, 'sim', 'java-classes')) else []):
-            built = [os.path.relpath(p, os.path.join(BUILD, folder))
-                     for p in glob.glob(os.path.join(BUILD, folder, '**', '*.class'), recursive=True)]
+        self.assertGreaterEqual(len(CLASS_DIRS), 2)
+        for folder in CLASS_DIRS:
+            found = glob.glob(os.path.join(folder, '**', '*.class'), recursive=True)
+            built = [os.path.relpath(p, folder) for p in found]
             self.assertTrue(built, folder)
             self.assertLessEqual(set(built), names, folder)
+        for known in ['orvane/qsf/user/UserImpl.class', 'orvane/address/SearchKey.class',
+                      'orvane/qsf/controller/event/proxy/EventLog.class',
+                      'orvane/qsf/controller/event/proxy/JobProxy.class']:
+            self.assertIn(known, names)
 
     def test_the_manifest_carries_the_version(self):
         with zipfile.ZipFile(os.path.join(kit, 'java', 'jbrg-kit.jar')) as z:
