@@ -195,7 +195,7 @@ int8_t small(const jbrg_sim::scenario_part& part, const json& object, const char
 // Into a record zeroed by its maker, padding included, since a get hands the record back byte for byte.
 void read_personal(const jbrg_sim::scenario_part& part, const json& entry, personal_rec& r, const std::string& where) {
     part.only_keys(entry, {"number", "name", "pronunciation", "email", "ftp", "smb", "fax", "ifax"}, where);
-    if (!entry.contains("number")) part.fail(where + " has no number");
+    if (!entry.contains("number")) part.fail(where, "needs a number");
     r.number = static_cast<uint32_t>(part.integer_at(entry, "number", 0, 1, UINT32_MAX, where));
     part.text_into(entry, "name", r.name, where);
     part.text_into(entry, "pronunciation", r.pronunciation, where);
@@ -205,16 +205,16 @@ void read_personal(const jbrg_sim::scenario_part& part, const json& entry, perso
     }
     if (entry.contains("ftp")) {
         r.destinations |= XSI_PBFS_ADDRESSBOOK_DEST_FTP;
-        read_folder(part, entry.at("ftp"), r.ftp, where + ".ftp");
+        read_folder(part, entry.at("ftp"), r.ftp, part.at(where, "ftp"));
     }
     if (entry.contains("smb")) {
         r.destinations |= XSI_PBFS_ADDRESSBOOK_DEST_SMB;
-        read_folder(part, entry.at("smb"), r.smb, where + ".smb");
+        read_folder(part, entry.at("smb"), r.smb, part.at(where, "smb"));
     }
     if (entry.contains("fax")) {
         r.destinations |= XSI_PBFS_ADDRESSBOOK_DEST_FAX;
         const json& fax = entry.at("fax");
-        const std::string at = where + ".fax";
+        const std::string at = part.at(where, "fax");
         part.only_keys(fax,
                        {"fax_num", "bitrate_type", "ecm", "fax_address", "password", "encode", "encode_id",
                         "encode_box", "encode_box_num", "name", "department", "company", "honorific_title_type"},
@@ -237,7 +237,7 @@ void read_personal(const jbrg_sim::scenario_part& part, const json& entry, perso
     if (entry.contains("ifax")) {
         r.destinations |= XSI_PBFS_ADDRESSBOOK_DEST_IFAX;
         const json& ifax = entry.at("ifax");
-        const std::string at = where + ".ifax";
+        const std::string at = part.at(where, "ifax");
         part.only_keys(ifax, {"ifax_address", "mode_type", "size_type", "resolution_type", "file_type", "via_server"},
                        at);
         part.text_into(ifax, "ifax_address", r.ifax.ifax_address, at);
@@ -265,17 +265,18 @@ layout parse(const json& scenario) {
                                        {"personal", "personal_generated", "groups", "groups_generated"});
     layout l;
     std::map<uint32_t, personal_ptr> personal;
-    for (const json& entry : part.list_at("personal")) {
-        const std::string where = "personal " + std::to_string(personal.size() + 1);
+    const json& listed = part.list_at("personal");
+    for (std::size_t i = 0; i < listed.size(); ++i) {
+        const std::string where = part.at("/personal", i);
         auto r = std::make_shared<personal_rec>();
-        read_personal(part, entry, *r, where);
-        if (!personal.emplace(r->number, r).second) part.fail(where + " has the number of another");
+        read_personal(part, listed[i], *r, where);
+        if (!personal.emplace(r->number, r).second) part.fail(where, "has the number of another");
     }
     // Many addresses without many lines: "person<n>" with an e-mail destination, numbered after the listed ones.
     long long generated = part.integer_at("personal_generated", 0, 0, kMaxGenerated);
     uint32_t next = personal.empty() ? 1 : personal.rbegin()->first + 1;
     if (generated > 0 && (next == 0 || UINT32_MAX - next < static_cast<uint32_t>(generated - 1))) {
-        part.fail("personal_generated: no numbers left after the listed addresses");
+        part.fail("/personal_generated", "no numbers left after the listed addresses");
     }
     for (long long i = 0; i < generated; ++i, ++next) personal.emplace(next, generated_personal(next));
     for (const auto& [number, p] : personal) l.personal.push_back(p);
@@ -291,30 +292,34 @@ layout parse(const json& scenario) {
         g.record = std::move(r);
         return g;
     };
-    for (const json& entry : part.list_at("groups")) {
-        const std::string where = "group " + std::to_string(l.groups.size() + 1);
+    const json& groups = part.list_at("groups");
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const json& entry = groups[i];
+        const std::string where = part.at("/groups", i);
         part.only_keys(entry, {"number", "name", "pronunciation", "members"}, where);
-        if (!entry.contains("number")) part.fail(where + " has no number");
+        if (!entry.contains("number")) part.fail(where, "needs a number");
         auto number = static_cast<uint16_t>(part.integer_at(entry, "number", 0, 1, UINT16_MAX, where));
-        if (numbers.count(number) != 0) part.fail(where + " has the number of another");
+        if (numbers.count(number) != 0) part.fail(where, "has the number of another");
         group_rec check{};
         part.text_into(entry, "name", check.name, where);
         part.text_into(entry, "pronunciation", check.pronunciation, where);
         group g = new_group(number, check.name, check.pronunciation);
-        for (const json& m : part.list_at(entry, "members", where)) {
-            const std::string at = where + " member " + std::to_string(g.members.size() + 1);
+        const json& members = part.list_at(entry, "members", where);
+        for (std::size_t k = 0; k < members.size(); ++k) {
+            const json& m = members[k];
+            const std::string at = part.at(part.at(where, "members"), k);
             part.only_keys(m, {"number", "type"}, at);
-            if (!m.contains("number") || !m.contains("type")) part.fail(at + " needs a number and a type");
+            if (!m.contains("number") || !m.contains("type")) part.fail(at, "needs a number and a type");
             auto of = static_cast<uint32_t>(part.integer_at(m, "number", 0, 1, UINT32_MAX, at));
             auto type = static_cast<int8_t>(
                 part.integer_at(m, "type", 0, 0, XSI_PBFS_ADDRESSBOOK_MEMBER_TYPE_EMAIL, at));
             auto p = personal.find(of);
-            if (p == personal.end()) part.fail(at + " names no personal address");
+            if (p == personal.end()) part.fail(at, "names no personal address");
             if ((p->second->destinations & destination_of(type)) == 0) {
-                part.fail(at + ": the address has no such destination");
+                part.fail(at, "the address has no such destination");
             }
             for (const member& other : g.members) {
-                if (other.address == p->second && other.type == type) part.fail(at + " is a member already");
+                if (other.address == p->second && other.type == type) part.fail(at, "is a member already");
             }
             g.members.push_back(member{p->second, type});
         }
@@ -324,19 +329,19 @@ layout parse(const json& scenario) {
     // the addresses that have one.
     if (part.has("groups_generated")) {
         const json& gen = part.section().at("groups_generated");
-        part.only_keys(gen, {"count", "members"}, "groups_generated");
-        long long count = part.integer_at(gen, "count", 0, 0, UINT16_MAX, "groups_generated");
-        long long per = part.integer_at(gen, "members", 0, 0, kMaxGeneratedMembers, "groups_generated");
+        part.only_keys(gen, {"count", "members"}, "/groups_generated");
+        long long count = part.integer_at(gen, "count", 0, 0, UINT16_MAX, "/groups_generated");
+        long long per = part.integer_at(gen, "members", 0, 0, kMaxGeneratedMembers, "/groups_generated");
         std::vector<personal_ptr> mailed;
         for (const personal_ptr& p : l.personal) {
             if (p->destinations & XSI_PBFS_ADDRESSBOOK_DEST_EMAIL) mailed.push_back(p);
         }
         // A group holds each destination once, so the book needs as many e-mail addresses as a group has members.
         if (count > 0 && static_cast<std::size_t>(per) > mailed.size()) {
-            part.fail("groups_generated: more members than addresses with an e-mail destination");
+            part.fail("/groups_generated/members", "more than the addresses with an e-mail destination");
         }
         long long number = numbers.empty() ? 1 : *numbers.rbegin() + 1;
-        if (number + count - 1 > UINT16_MAX) part.fail("groups_generated: no group numbers left");
+        if (number + count - 1 > UINT16_MAX) part.fail("/groups_generated/count", "no group numbers left");
         std::size_t turn = 0;
         for (long long i = 0; i < count; ++i, ++number) {
             const std::string name = "group" + std::to_string(number);
@@ -348,7 +353,7 @@ layout parse(const json& scenario) {
             l.groups.push_back(std::move(g));
         }
     }
-    if (l.groups.size() > UINT16_MAX) part.fail("more groups than group ids");
+    if (l.groups.size() > UINT16_MAX) part.fail("/groups", "more groups than group ids");
     return l;
 }
 

@@ -84,25 +84,25 @@ int32_t detail_state_for(int32_t list_state) {
     return XAM_ADS_DETAIL_STATE_STOPPED;
 }
 
-installed_app parse_app(const scenario_part& part, const json& a) {
+installed_app parse_app(const scenario_part& part, const json& a, const std::string& where) {
     part.only_keys(a,
                    {"id", "name", "names", "version", "type", "state", "detail_state", "button_label", "vendor",
                     "category", "icon_path", "area", "path", "top_url", "app_file", "login_url", "pc_cfg_url",
                     "menu_url", "libraries"},
-                   "an application");
-    if (!a.contains("id") || !a.at("id").is_string()) part.fail("an application needs an id");
+                   where);
+    if (!a.contains("id") || !a.at("id").is_string()) part.fail(where, "needs an id, a string");
     installed_app app;
     app.id = a.at("id").get<std::string>();
-    std::string where = "application " + app.id;
     app.name = part.text_at(a, "name", where);
     if (a.contains("names")) {
-        if (!a.at("names").is_object()) part.fail(where + ".names must be an object");
+        const std::string names = part.at(where, "names");
+        if (!a.at("names").is_object()) part.fail(names, "must be an object");
         for (const auto& item : a.at("names").items()) {
-            if (!item.value().is_string()) part.fail(where + ".names values must be strings");
+            if (!item.value().is_string()) part.fail(part.at(names, item.key()), "must be a string");
             try {
                 app.names[std::stoi(item.key())] = item.value().get<std::string>();
             } catch (const std::logic_error&) {
-                part.fail(where + ".names keys must be language numbers");
+                part.fail(part.at(names, item.key()), "the key must be a language number");
             }
         }
     }
@@ -121,9 +121,10 @@ installed_app parse_app(const scenario_part& part, const json& a) {
     app.login_url = part.text_at(a, "login_url", where);
     app.pc_cfg_url = part.text_at(a, "pc_cfg_url", where);
     app.menu_url = part.text_at(a, "menu_url", where);
-    for (const json& l : part.list_at(a, "libraries", where)) {
-        if (!l.is_string()) part.fail(where + ".libraries must hold strings");
-        app.libraries.push_back(l.get<std::string>());
+    const json& libraries = part.list_at(a, "libraries", where);
+    for (std::size_t i = 0; i < libraries.size(); ++i) {
+        if (!libraries[i].is_string()) part.fail(part.at(part.at(where, "libraries"), i), "must be a string");
+        app.libraries.push_back(libraries[i].get<std::string>());
     }
     return app;
 }
@@ -134,10 +135,12 @@ public:
     apply_step read(const json& scenario) override {
         const scenario_part part(scenario, "apps", {"installed", "basis_state"});
         std::vector<installed_app> next;
-        for (const json& a : part.list_at("installed")) {
-            installed_app app = parse_app(part, a);
+        const json& installed = part.list_at("installed");
+        for (std::size_t i = 0; i < installed.size(); ++i) {
+            const std::string where = scenario_part::at("/installed", i);
+            installed_app app = parse_app(part, installed[i], where);
             for (const installed_app& other : next) {
-                if (other.id == app.id) part.fail("application " + app.id + " is installed twice");
+                if (other.id == app.id) part.fail(where, "the application " + app.id + " is installed twice");
             }
             next.push_back(std::move(app));
         }

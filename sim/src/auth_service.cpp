@@ -62,21 +62,22 @@ public:
         const jbrg_sim::scenario_part part(
             scenario, "auth",
             {"mode", "func_auth_mode", "login_limit", "first_certificate", "panel_user", "domain_users"});
-        long long mode = part.integer_at("mode", XSI_AIS_AUTH_AUTHMODE_LOCAL, INT32_MIN, INT32_MAX);
-        if (!known_mode(mode)) part.fail("mode is not a mode of the device");
-        long long func_mode = part.integer_at("func_auth_mode", XSI_AIS_MODE_10_VAL_OFF, INT32_MIN, INT32_MAX);
-        if (!known_func_mode(func_mode)) part.fail("func_auth_mode is not a mode of the device");
+        long long mode =
+            part.integer_at("mode", XSI_AIS_AUTH_AUTHMODE_LOCAL, XSI_AIS_AUTH_AUTHMODE_OFF, XSI_AIS_AUTH_AUTHMODE_NETWORK);
+        long long func_mode =
+            part.integer_at("func_auth_mode", XSI_AIS_MODE_10_VAL_OFF, XSI_AIS_MODE_10_VAL_OFF, XSI_AIS_MODE_10_VAL_ON);
         long long limit = part.integer_at("login_limit", kDefaultLoginLimit, 0, UINT32_MAX);
         long long first = part.integer_at("first_certificate", 1, 1, UINT32_MAX);
         std::string panel = part.text_at("panel_user");
         std::vector<jbrg_sim::user_account> domain_users;
-        for (const json& entry : part.list_at("domain_users")) {
-            std::string where = "domain user " + std::to_string(domain_users.size() + 1);
-            jbrg_sim::user_account user = jbrg_sim::read_account(part, entry, where);
-            if (user.domain.empty()) part.fail(where + " has no domain");
+        const json& listed = part.list_at("domain_users");
+        for (std::size_t i = 0; i < listed.size(); ++i) {
+            const std::string where = part.at("/domain_users", i);
+            jbrg_sim::user_account user = jbrg_sim::read_account(part, listed[i], where);
+            if (user.domain.empty()) part.fail(where, "needs a domain");
             for (const auto& other : domain_users) {
                 if (other.login_name == user.login_name && other.domain == user.domain) {
-                    part.fail(where + " is given twice");
+                    part.fail(where, "is given twice");
                 }
             }
             domain_users.push_back(std::move(user));

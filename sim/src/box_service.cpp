@@ -129,7 +129,7 @@ document read_document(const jbrg_sim::scenario_part& part, const json& entry, c
                    where);
     document d;
     d.name = part.text_at(entry, "name", where);
-    if (d.name.size() >= XSI_PBFS_BOX_DOC_NAME_SIZE) part.fail(where + ".name is too long");
+    part.fits(d.name, XSI_PBFS_BOX_DOC_NAME_SIZE, part.at(where, "name"));
     d.pages = static_cast<uint32_t>(part.integer_at(entry, "pages", 1, 0, UINT32_MAX, where));
     d.resolution = static_cast<int32_t>(part.integer_at(entry, "resolution", 6, 0, XSI_PBFS_BOX_DOC_RESO_MIXED, where));
     d.pages_size = static_cast<int32_t>(
@@ -149,11 +149,11 @@ box_info read_box(const jbrg_sim::scenario_part& part, const json& entry, bool f
                    where);
     box_info b;
     b.fax = fax;
-    if (!entry.contains("number")) part.fail(where + " has no number");
+    if (!entry.contains("number")) part.fail(where, "needs a number");
     b.number = static_cast<uint32_t>(part.integer_at(entry, "number", 0, 1, UINT32_MAX, where));
     auto text = [&](const char* key, std::size_t capacity) {
         std::string t = part.text_at(entry, key, where);
-        if (t.size() >= capacity) part.fail(where + "." + key + " is too long");
+        part.fits(t, capacity, part.at(where, key));
         return t;
     };
     b.name = text("name", XSI_PBFS_BOX_NAME_SIZE);
@@ -167,8 +167,9 @@ box_info read_box(const jbrg_sim::scenario_part& part, const json& entry, bool f
     b.preservation_period = static_cast<uint8_t>(part.integer_at(entry, "preservation_period", 0, 0, 255, where));
     b.data_update = static_cast<int32_t>(part.integer_at(entry, "data_update", 0, 0, 2, where));
     b.delete_after_job = static_cast<int32_t>(part.integer_at(entry, "delete_after_job", 0, 0, 1, where));
-    for (const json& d : part.list_at(entry, "documents", where)) {
-        b.documents.push_back(read_document(part, d, where + " document " + std::to_string(b.documents.size() + 1)));
+    const json& documents = part.list_at(entry, "documents", where);
+    for (std::size_t i = 0; i < documents.size(); ++i) {
+        b.documents.push_back(read_document(part, documents[i], part.at(part.at(where, "documents"), i)));
     }
     // Many documents without many lines: "doc<n>", one page, 1 KiB each, after the listed ones.
     long long generated = part.integer_at(entry, "documents_generated", 0, 0, 1000000, where);
@@ -181,7 +182,7 @@ box_info read_box(const jbrg_sim::scenario_part& part, const json& entry, bool f
     }
     unsigned long long bytes = 0;
     for (const document& d : b.documents) bytes += d.data_size;
-    if (b.capacity != 0 && megabytes(bytes) > b.capacity) part.fail(where + " holds more than its capacity");
+    if (b.capacity != 0 && megabytes(bytes) > b.capacity) part.fail(where, "holds more than its capacity");
     return b;
 }
 
@@ -195,10 +196,9 @@ retained_document read_retained(const jbrg_sim::scenario_part& part, const json&
     d.name = part.text_at(entry, "name", where);
     d.user_name = part.text_at(entry, "user_name", where);
     d.password = part.text_at(entry, "password", where);
-    if (d.name.size() >= XSI_PBFS_BOX_DOC_NAME_SIZE || d.user_name.size() >= XSI_PBFS_BOX_JBRT_USER_NAME_SIZE ||
-        d.password.size() >= XSI_PBFS_BOX_PW_SIZE) {
-        part.fail(where + " has a text too long for its field");
-    }
+    part.fits(d.name, XSI_PBFS_BOX_DOC_NAME_SIZE, part.at(where, "name"));
+    part.fits(d.user_name, XSI_PBFS_BOX_JBRT_USER_NAME_SIZE, part.at(where, "user_name"));
+    part.fits(d.password, XSI_PBFS_BOX_PW_SIZE, part.at(where, "password"));
     d.pages = static_cast<uint32_t>(part.integer_at(entry, "pages", 1, 0, UINT32_MAX, where));
     d.resolution = static_cast<int32_t>(part.integer_at(entry, "resolution", 6, 0, XSI_PBFS_BOX_DOC_RESO_MIXED, where));
     d.pages_size = static_cast<int32_t>(
@@ -252,36 +252,42 @@ layout parse(const json& scenario) {
         std::vector<box_info>& boxes = fax ? l.fax_boxes : l.user_boxes;
         const kind_limits& limits = fax ? l.fax : l.user;
         unsigned long long reserved = 0;
-        for (const json& entry : part.list_at(key)) {
-            std::string where = std::string(key) + " box " + std::to_string(boxes.size() + 1);
-            box_info b = read_box(part, entry, fax, where);
+        const json& listed = part.list_at(key);
+        for (std::size_t i = 0; i < listed.size(); ++i) {
+            const std::string where = part.at(part.at("", key), i);
+            box_info b = read_box(part, listed[i], fax, where);
             for (const box_info& other : boxes) {
-                if (other.number == b.number) part.fail(where + " has the number of another");
+                if (other.number == b.number) part.fail(where, "has the number of another");
             }
             reserved += b.capacity;
             boxes.push_back(std::move(b));
         }
-        if (boxes.size() > limits.limit) part.fail(std::string("more ") + key + " boxes than the limit");
-        if (reserved > limits.space) part.fail(std::string(key) + " boxes' capacities exceed the space");
+        if (boxes.size() > limits.limit) part.fail(part.at("", key), "more boxes than the limit");
+        if (reserved > limits.space) part.fail(part.at("", key), "the capacities exceed the space");
     }
-    for (const json& entry : part.list_at("retained")) {
-        l.retained.push_back(read_retained(part, entry, "retained document " + std::to_string(l.retained.size() + 1)));
+    const json& retained = part.list_at("retained");
+    for (std::size_t i = 0; i < retained.size(); ++i) {
+        l.retained.push_back(read_retained(part, retained[i], part.at("/retained", i)));
     }
     if (part.has("removable_memory")) {
         const json& memory = part.section().at("removable_memory");
-        part.only_keys(memory, {"files"}, "removable_memory");
+        part.only_keys(memory, {"files"}, "/removable_memory");
         l.removable = true;
-        for (const json& entry : part.list_at(memory, "files", "removable_memory")) {
-            std::string where = "removable_memory file " + std::to_string(l.easy.size() + 1);
+        const json& files = part.list_at(memory, "files", "/removable_memory");
+        for (std::size_t i = 0; i < files.size(); ++i) {
+            const json& entry = files[i];
+            const std::string where = part.at("/removable_memory/files", i);
             part.only_keys(entry, {"path", "text", "dir", "mtime"}, where);
             easy_file f;
             std::optional<std::vector<std::string>> names = device_path(part.text_at(entry, "path", where));
-            if (!names || names->empty()) part.fail(where + " needs a path below \"/\"");
+            if (!names || names->empty()) part.fail(part.at(where, "path"), "needs a path below \"/\"");
             f.path = joined(*names);
             f.text = part.text_at(entry, "text", where);
             f.dir = part.flag_at(entry, "dir", false, where);
-            if (f.dir && !f.text.empty()) part.fail(where + " is a folder with text");
-            if (entry.contains("mtime")) f.mtime = part.integer(entry.at("mtime"), 0, INT32_MAX, where + ".mtime");
+            if (f.dir && !f.text.empty()) part.fail(where, "is a folder with text");
+            if (entry.contains("mtime")) {
+                f.mtime = part.integer(entry.at("mtime"), 0, INT32_MAX, part.at(where, "mtime"));
+            }
             l.easy.push_back(std::move(f));
         }
     }

@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "jbrg_sim/control.h"
+#include "scenario.h"
 #include "sim.h"
 #include "sim_internal.h"
 
@@ -60,10 +61,11 @@ std::string default_scenario_text() {
 
 void apply_scenario(const std::string& text) {
     nlohmann::json scenario = text.empty() ? nlohmann::json::object() : nlohmann::json::parse(text);
-    if (!scenario.is_object()) throw std::runtime_error("a scenario is a JSON object");
+    if (!scenario.is_object()) throw std::runtime_error("scenario: the file must hold a JSON object");
     auto lock = device_lock();
     std::vector<service::apply_step> steps;
     for (service* s : services()) steps.push_back(s->read(scenario));
+    scenario_part::check_sections(scenario);
     for (service::apply_step& step : steps) step();
 }
 

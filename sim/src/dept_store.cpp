@@ -71,9 +71,11 @@ template <class T>
 void numbers(const jbrg_sim::scenario_part& part, const json& object, const char* key, T* values, std::size_t count,
              long long low, long long high, const std::string& where) {
     const json& list = part.list_at(object, key, where);
-    const std::string name = where + "." + key;
-    if (list.size() > count) part.fail(name + " has more than " + std::to_string(count) + " values");
-    for (std::size_t i = 0; i < list.size(); ++i) values[i] = static_cast<T>(part.integer(list[i], low, high, name));
+    const std::string name = part.at(where, key);
+    if (list.size() > count) part.fail(name, "has more than " + std::to_string(count) + " values");
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        values[i] = static_cast<T>(part.integer(list[i], low, high, part.at(name, i)));
+    }
 }
 
 contents parse(const json& scenario) {
@@ -85,14 +87,16 @@ contents parse(const json& scenario) {
     c.mode.invalid_dept = part.integer_at("invalid_dept_mode", c.mode.invalid_dept, 0, kInvalidDeptModeLast);
     c.mode.limit_action = part.integer_at("limit_action", c.mode.limit_action, 0, kLimitActionLast);
     c.capacity = part.integer_at("capacity", c.capacity, 0, INT32_MAX);
-    for (const json& a : part.list_at("accounts")) {
-        part.only_keys(a, {"id", "name", "restrictions", "reserved", "limits", "flags", "counters"}, "an account");
-        if (!a.contains("id")) part.fail("an account has no id");
+    const json& accounts = part.list_at("accounts");
+    for (std::size_t i = 0; i < accounts.size(); ++i) {
+        const json& a = accounts[i];
+        const std::string where = part.at("/accounts", i);
+        part.only_keys(a, {"id", "name", "restrictions", "reserved", "limits", "flags", "counters"}, where);
+        if (!a.contains("id")) part.fail(where, "needs an id");
         XSI_PBFS_DEPT_DEPTINFO d{};
-        part.text_into(a, "id", d.id, "account");
-        std::string where = std::string("account \"") + d.id + "\"";
-        if (d.id[0] == '\0') part.fail("an account id is empty");
-        if (c.departments.count(d.id) != 0) part.fail(where + " is defined twice");
+        part.text_into(a, "id", d.id, where);
+        if (d.id[0] == '\0') part.fail(part.at(where, "id"), "is empty");
+        if (c.departments.count(d.id) != 0) part.fail(part.at(where, "id"), "is defined twice");
         part.text_into(a, "name", d.name, where);
         numbers(part, a, "restrictions", d.restriction, XSI_PBFS_DEPT_SLOT_COUNT, INT32_MIN, INT32_MAX, where);
         numbers(part, a, "limits", d.limit, XSI_PBFS_DEPT_SLOT_COUNT, INT32_MIN, INT32_MAX, where);
@@ -101,7 +105,9 @@ contents parse(const json& scenario) {
         numbers(part, a, "counters", d.counter, XSI_PBFS_DEPT_COUNTER_COUNT, 0, UINT32_MAX, where);
         c.departments[d.id] = d;
     }
-    if (static_cast<long long>(c.departments.size()) > c.capacity) part.fail("more accounts than the capacity");
+    if (static_cast<long long>(c.departments.size()) > c.capacity) {
+        part.fail("/accounts", "more accounts than the capacity");
+    }
     return c;
 }
 

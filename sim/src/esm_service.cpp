@@ -82,13 +82,18 @@ energy parse(const nlohmann::json& scenario) {
     e.state = static_cast<int32_t>(
         part.integer_at("state", XSI_PBFS_SLEEP_STATE_AWAKE, XSI_PBFS_SLEEP_STATE_AWAKE, XSI_PBFS_SLEEP_STATE_DEEP_SLEEP));
     e.prohibited = part.flag_at("prohibited", false);
-    if (e.prohibited && e.state != XSI_PBFS_SLEEP_STATE_AWAKE) part.fail("a machine that may not save energy is awake");
-    for (const nlohmann::json& app : part.list_at("suspended_by")) {
+    if (e.prohibited && e.state != XSI_PBFS_SLEEP_STATE_AWAKE) {
+        part.fail("/state", "a machine that may not save energy is awake");
+    }
+    const nlohmann::json& apps = part.list_at("suspended_by");
+    for (std::size_t i = 0; i < apps.size(); ++i) {
+        const nlohmann::json& app = apps[i];
+        const std::string where = part.at("/suspended_by", i);
         if (!app.is_string() || !good_app_id(app.get<std::string>().c_str())) {
-            part.fail("suspended_by holds an application id that is not one");
+            part.fail(where, "is not an application id");
         }
         if (std::find(e.suspended_by.begin(), e.suspended_by.end(), app.get<std::string>()) != e.suspended_by.end()) {
-            part.fail("suspended_by names \"" + app.get<std::string>() + "\" twice");
+            part.fail(where, "names \"" + app.get<std::string>() + "\" twice");
         }
         e.suspended_by.push_back(app.get<std::string>());
     }

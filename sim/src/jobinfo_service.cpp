@@ -72,7 +72,7 @@ const json& detail_of(const scenario_part& part, const json& object, const char*
                       std::initializer_list<const char*> keys, const std::string& where) {
     static const json none = json::object();
     if (!object.contains(key)) return none;
-    part.only_keys(object.at(key), keys, where + "." + key);
+    part.only_keys(object.at(key), keys, part.at(where, key));
     return object.at(key);
 }
 
@@ -84,15 +84,16 @@ XSI_AIS_JOBINFO_SEND_INFO parse_send(const scenario_part& part, const json& s, c
     info.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(part, s, "result", where);
     info.result_err = ulong_of(part, s, "result_err", where);
     const json& fax = detail_of(part, s, "fax", {"fax_no", "port_no", "page_number", "time"}, where);
-    part.text_into(fax, "fax_no", info.detail.fax.fax_no, where + ".fax");
-    info.detail.fax.port_no = ulong_of(part, fax, "port_no", where + ".fax");
-    info.detail.fax.page_number = ulong_of(part, fax, "page_number", where + ".fax");
-    info.detail.fax.time = ulong_of(part, fax, "time", where + ".fax");
+    part.text_into(fax, "fax_no", info.detail.fax.fax_no, part.at(where, "fax"));
+    info.detail.fax.port_no = ulong_of(part, fax, "port_no", part.at(where, "fax"));
+    info.detail.fax.page_number = ulong_of(part, fax, "page_number", part.at(where, "fax"));
+    info.detail.fax.time = ulong_of(part, fax, "time", part.at(where, "fax"));
     part.text_into(detail_of(part, s, "i_fax", {"i_fax_address"}, where), "i_fax_address", info.detail.i_fax.i_fax_address,
-            where + ".i_fax");
+            part.at(where, "i_fax"));
     part.text_into(detail_of(part, s, "mail", {"mail_address"}, where), "mail_address", info.detail.mail.mail_address,
-            where + ".mail");
-    part.text_into(detail_of(part, s, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name, where + ".pc");
+            part.at(where, "mail"));
+    part.text_into(detail_of(part, s, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name,
+                   part.at(where, "pc"));
     return info;
 }
 
@@ -102,17 +103,18 @@ XSI_AIS_JOBINFO_RECEIVE_INFO parse_receive(const scenario_part& part, const json
     info.category = enum_of<XSI_AIS_JOBINFO_RECEIVE_CATEGORY_VAL>(part, r, "category", where);
     const json& fax =
         detail_of(part, r, "fax", {"destination_name", "fax_no", "port_no", "time", "result", "result_err"}, where);
-    part.text_into(fax, "destination_name", info.detail.fax.destination_name, where + ".fax");
-    part.text_into(fax, "fax_no", info.detail.fax.fax_no, where + ".fax");
-    info.detail.fax.port_no = ulong_of(part, fax, "port_no", where + ".fax");
-    info.detail.fax.time = ulong_of(part, fax, "time", where + ".fax");
-    info.detail.fax.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(part, fax, "result", where + ".fax");
-    info.detail.fax.result_err = ulong_of(part, fax, "result_err", where + ".fax");
+    part.text_into(fax, "destination_name", info.detail.fax.destination_name, part.at(where, "fax"));
+    part.text_into(fax, "fax_no", info.detail.fax.fax_no, part.at(where, "fax"));
+    info.detail.fax.port_no = ulong_of(part, fax, "port_no", part.at(where, "fax"));
+    info.detail.fax.time = ulong_of(part, fax, "time", part.at(where, "fax"));
+    info.detail.fax.result = enum_of<XSI_AIS_JOBINFO_RESULT_VAL>(part, fax, "result", part.at(where, "fax"));
+    info.detail.fax.result_err = ulong_of(part, fax, "result_err", part.at(where, "fax"));
     part.text_into(detail_of(part, r, "i_fax", {"i_fax_address"}, where), "i_fax_address", info.detail.i_fax.i_fax_address,
-            where + ".i_fax");
+            part.at(where, "i_fax"));
     part.text_into(detail_of(part, r, "mail", {"mail_address"}, where), "mail_address", info.detail.mail.mail_address,
-            where + ".mail");
-    part.text_into(detail_of(part, r, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name, where + ".pc");
+            part.at(where, "mail"));
+    part.text_into(detail_of(part, r, "pc", {"host_name"}, where), "host_name", info.detail.pc.host_name,
+                   part.at(where, "pc"));
     return info;
 }
 
@@ -143,7 +145,9 @@ entry parse_entry(const scenario_part& part, const json& j, const std::string& w
               where);
     entry e;
     XSI_AIS_JOBINFO_JOBLOG& l = e.log;
-    if (!known_log(part.integer_at(j, "job_log_type", 0, INT32_MIN, INT32_MAX, where))) part.fail(where + ".job_log_type is no log");
+    if (!known_log(part.integer_at(j, "job_log_type", 0, INT32_MIN, INT32_MAX, where))) {
+        part.fail(part.at(where, "job_log_type"), "is not a log of the device");
+    }
     l.job_log_type = enum_of<XSI_AIS_JOBINFO_JOBLOG_TYPE_VAL>(part, j, "job_log_type", where);
     l.receipt_id = ulong_of(part, j, "receipt_id", where);
     l.job_type = enum_of<XSI_AIS_JOBINFO_JOB_TYPE_VAL>(part, j, "job_type", where);
@@ -170,11 +174,11 @@ entry parse_entry(const scenario_part& part, const json& j, const std::string& w
     l.print_completion_page_number = ulong_of(part, j, "print_completion_page_number", where);
     const json& sends = part.list_at(j, "send", where);
     const json& receives = part.list_at(j, "receive", where);
-    for (const json& s : sends) {
-        e.sends.push_back(parse_send(part, s, where + ".send[" + std::to_string(e.sends.size()) + "]"));
+    for (std::size_t i = 0; i < sends.size(); ++i) {
+        e.sends.push_back(parse_send(part, sends[i], part.at(part.at(where, "send"), i)));
     }
-    for (const json& r : receives) {
-        e.receives.push_back(parse_receive(part, r, where + ".receive[" + std::to_string(e.receives.size()) + "]"));
+    for (std::size_t i = 0; i < receives.size(); ++i) {
+        e.receives.push_back(parse_receive(part, receives[i], part.at(part.at(where, "receive"), i)));
     }
     // The entry counts its own records.
     l.send_num = static_cast<dev_ulong>(e.sends.size());
@@ -185,21 +189,25 @@ entry parse_entry(const scenario_part& part, const json& j, const std::string& w
 history parse(const json& scenario) {
     history h;
     const scenario_part part(scenario, "jobinfo", {"joblogs", "imagelogs"});
-    for (const json& j : part.list_at("joblogs")) {
-        entry e = parse_entry(part, j, "joblog " + std::to_string(h.entries.size()));
+    const json& joblogs = part.list_at("joblogs");
+    for (std::size_t i = 0; i < joblogs.size(); ++i) {
+        const std::string where = part.at("/joblogs", i);
+        entry e = parse_entry(part, joblogs[i], where);
         entry_key key{e.log.job_log_type, e.log.receipt_id};
         if (h.entries.count(key) != 0) {
-            part.fail("receipt id " + std::to_string(key.second) + " is defined twice in log " +
-                      std::to_string(key.first));
+            part.fail(part.at(where, "receipt_id"), "the receipt id " + std::to_string(key.second) +
+                                                        " is defined twice in log " + std::to_string(key.first));
         }
         h.entries.emplace(key, std::move(e));
     }
-    for (const json& i : part.list_at("imagelogs")) {
-        part.only_keys(i, {"image_id", "text"}, "an image log");
-        if (!i.contains("image_id")) part.fail("an image log has no image_id");
-        dev_ulong id = ulong_of(part, i, "image_id", "image log");
-        std::string where = "image log " + std::to_string(id);
-        if (h.images.count(id) != 0) part.fail(where + " is defined twice");
+    const json& imagelogs = part.list_at("imagelogs");
+    for (std::size_t n = 0; n < imagelogs.size(); ++n) {
+        const json& i = imagelogs[n];
+        const std::string where = part.at("/imagelogs", n);
+        part.only_keys(i, {"image_id", "text"}, where);
+        if (!i.contains("image_id")) part.fail(where, "needs an image_id");
+        dev_ulong id = ulong_of(part, i, "image_id", where);
+        if (h.images.count(id) != 0) part.fail(part.at(where, "image_id"), "is defined twice");
         h.images[id] = part.text_at(i, "text", where);
     }
     return h;

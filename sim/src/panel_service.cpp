@@ -76,17 +76,19 @@ struct contents {
 contents parse(const json& scenario) {
     contents c;
     const jbrg_sim::scenario_part part(scenario, "panel", {"unavailable_screens", "keypad"});
-    for (const json& v : part.list_at("unavailable_screens")) {
-        c.unavailable.insert(static_cast<int>(part.integer(v, 0, XSI_PBFS_PANEL_DISPLAY_TYPE_COUNT - 1, "a screen")));
+    const json& screens = part.list_at("unavailable_screens");
+    for (std::size_t i = 0; i < screens.size(); ++i) {
+        c.unavailable.insert(static_cast<int>(
+            part.integer(screens[i], 0, XSI_PBFS_PANEL_DISPLAY_TYPE_COUNT - 1, part.at("/unavailable_screens", i))));
     }
     if (part.has("keypad")) {
         const json& k = part.section().at("keypad");
-        part.only_keys(k, {"display_mode", "layout", "position", "x", "y"}, "keypad");
-        c.keypad.display_mode = static_cast<dev_ulong>(part.integer_at(k, "display_mode", 0, 0, 1, "keypad"));
-        c.keypad.layout = static_cast<dev_ulong>(part.integer_at(k, "layout", 0, 0, 2, "keypad"));
-        c.keypad.position = static_cast<dev_ulong>(part.integer_at(k, "position", 0, 0, 2, "keypad"));
-        c.keypad.x = static_cast<uint16_t>(part.integer_at(k, "x", 0, 0, 65535, "keypad"));
-        c.keypad.y = static_cast<uint16_t>(part.integer_at(k, "y", 0, 0, 65535, "keypad"));
+        part.only_keys(k, {"display_mode", "layout", "position", "x", "y"}, "/keypad");
+        c.keypad.display_mode = static_cast<dev_ulong>(part.integer_at(k, "display_mode", 0, 0, 1, "/keypad"));
+        c.keypad.layout = static_cast<dev_ulong>(part.integer_at(k, "layout", 0, 0, 2, "/keypad"));
+        c.keypad.position = static_cast<dev_ulong>(part.integer_at(k, "position", 0, 0, 2, "/keypad"));
+        c.keypad.x = static_cast<uint16_t>(part.integer_at(k, "x", 0, 0, 65535, "/keypad"));
+        c.keypad.y = static_cast<uint16_t>(part.integer_at(k, "y", 0, 0, 65535, "/keypad"));
     }
     return c;
 }

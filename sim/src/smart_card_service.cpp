@@ -126,15 +126,15 @@ bool key_bytes(const std::string& hex, uint8_t (&key)[XDC_COM_STD_MIFARE_KEY_SIZ
 }
 
 void read_felica(const jbrg_sim::scenario_part& part, const nlohmann::json& entry, reader_state& r, std::size_t n) {
-    const std::string where = "felica setting " + std::to_string(n);
+    const std::string where = part.at("/felica", n);
     part.only_keys(entry, {"number", "system_code", "services"}, where);
     const auto number = part.integer_at(entry, "number", 0, 0, XDC_COM_STD_FELICA_SETTING_COUNT - 1, where);
     XDC_COM_STD_FELICA_SERVICE_SETTING s{};
     s.system_code = static_cast<uint16_t>(part.integer_at(entry, "system_code", 0, 0, 0xFFFF, where));
     const nlohmann::json& services = part.list_at(entry, "services", where);
-    if (services.size() > 2) part.fail(where + " has more than two services");
+    if (services.size() > 2) part.fail(part.at(where, "services"), "has more than two services");
     for (std::size_t i = 0; i < services.size(); ++i) {
-        const std::string at = where + " service " + std::to_string(i + 1);
+        const std::string at = part.at(part.at(where, "services"), i);
         part.only_keys(services[i], {"service_code", "blocks"}, at);
         s.service[i].service_code = static_cast<uint16_t>(part.integer_at(services[i], "service_code", 0, 0, 0xFFFF, at));
         s.service[i].num_of_blocks =
@@ -144,12 +144,14 @@ void read_felica(const jbrg_sim::scenario_part& part, const nlohmann::json& entr
 }
 
 void read_mifare(const jbrg_sim::scenario_part& part, const nlohmann::json& entry, reader_state& r, std::size_t n) {
-    const std::string where = "mifare setting " + std::to_string(n);
+    const std::string where = part.at("/mifare", n);
     part.only_keys(entry, {"number", "key_type", "key", "sector"}, where);
     const auto number = part.integer_at(entry, "number", 0, 0, XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING_COUNT - 1, where);
     XDC_COM_STD_MIFARE_CLASSIC_READ_SETTING s{};
     s.key_type = static_cast<int32_t>(part.integer_at(entry, "key_type", 0, 0, XDC_COM_STD_MIFARE_KEY_TYPE_B, where));
-    if (!key_bytes(part.text_at(entry, "key", where), s.key)) part.fail(where + ".key is not twelve hex digits");
+    if (!key_bytes(part.text_at(entry, "key", where), s.key)) {
+        part.fail(part.at(where, "key"), "must be twelve hex digits");
+    }
     s.sector_num = static_cast<uint16_t>(part.integer_at(entry, "sector", 0, 0, XDC_COM_STD_MIFARE_SECTOR_COUNT - 1, where));
     r.mifare[static_cast<std::size_t>(number)] = s;
 }
@@ -162,25 +164,25 @@ reader_state parse(const nlohmann::json& scenario) {
         r.attached = false;
     } else if (part.has("reader")) {
         const nlohmann::json& info = part.section().at("reader");
-        part.only_keys(info, {"vendor", "product_id", "reader_type", "card_types", "read_button"}, "reader");
-        r.info.vendor = static_cast<uint16_t>(part.integer_at(info, "vendor", r.info.vendor, 0, 0xFFFF, "reader"));
+        part.only_keys(info, {"vendor", "product_id", "reader_type", "card_types", "read_button"}, "/reader");
+        r.info.vendor = static_cast<uint16_t>(part.integer_at(info, "vendor", r.info.vendor, 0, 0xFFFF, "/reader"));
         r.info.product_id =
-            static_cast<uint16_t>(part.integer_at(info, "product_id", r.info.product_id, 0, 0xFFFF, "reader"));
+            static_cast<uint16_t>(part.integer_at(info, "product_id", r.info.product_id, 0, 0xFFFF, "/reader"));
         r.info.reader_type =
-            static_cast<uint32_t>(part.integer_at(info, "reader_type", r.info.reader_type, 0, UINT32_MAX, "reader"));
+            static_cast<uint32_t>(part.integer_at(info, "reader_type", r.info.reader_type, 0, UINT32_MAX, "/reader"));
         r.info.card_types =
-            static_cast<uint32_t>(part.integer_at(info, "card_types", r.info.card_types, 0, kAllCardTypes, "reader"));
-        r.info.read_button = part.flag_at(info, "read_button", r.info.read_button != 0, "reader") ? 1 : 0;
+            static_cast<uint32_t>(part.integer_at(info, "card_types", r.info.card_types, 0, kAllCardTypes, "/reader"));
+        r.info.read_button = part.flag_at(info, "read_button", r.info.read_button != 0, "/reader") ? 1 : 0;
     }
     r.event_masks = static_cast<uint8_t>(part.integer_at("event_masks", kAllCardTypes, 0, kAllCardTypes));
     r.felica_data_type = static_cast<int>(
         part.integer_at("felica_data_type", XDC_COM_STD_FELICA_DATA_ID, XDC_COM_STD_FELICA_DATA_ID, XDC_COM_STD_FELICA_DATA_SERVICE));
     r.mifare_data_type = static_cast<int>(
         part.integer_at("mifare_data_type", XDC_COM_STD_MIFARE_DATA_ID, XDC_COM_STD_MIFARE_DATA_ID, XDC_COM_STD_MIFARE_DATA_SECTOR));
-    std::size_t n = 0;
-    for (const nlohmann::json& entry : part.list_at("felica")) read_felica(part, entry, r, ++n);
-    n = 0;
-    for (const nlohmann::json& entry : part.list_at("mifare")) read_mifare(part, entry, r, ++n);
+    const nlohmann::json& felica = part.list_at("felica");
+    for (std::size_t n = 0; n < felica.size(); ++n) read_felica(part, felica[n], r, n);
+    const nlohmann::json& mifare = part.list_at("mifare");
+    for (std::size_t n = 0; n < mifare.size(); ++n) read_mifare(part, mifare[n], r, n);
     return r;
 }
 

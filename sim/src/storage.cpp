@@ -324,38 +324,44 @@ layout parse(const json& scenario) {
     const jbrg_sim::scenario_part part(scenario, "storage", {"root", "areas", "files", "statfs", "disks"});
 
     l.root = part.text_at("root");
-    if (part.has("root") && (l.root.empty() || l.root[0] != '/')) part.fail("root must be an absolute path");
+    if (part.has("root") && (l.root.empty() || l.root[0] != '/')) part.fail("/root", "must be an absolute path");
 
     if (!part.has("areas")) {
         for (int id : {45, 43, 100, 22, 17, 16}) l.areas[id] = area_state{};
     }
-    for (const json& a : part.list_at("areas")) {
-        part.only_keys(a, {"id", "mounted", "read_only"}, "an area");
-        if (!a.contains("id")) part.fail("an area has no id");
-        int id = static_cast<int>(part.integer_at(a, "id", 0, INT_MIN, INT_MAX, "area"));
-        std::string where = "area " + std::to_string(id);
-        if (l.areas.count(id) != 0) part.fail(where + " is defined twice");
+    const json& areas = part.list_at("areas");
+    for (std::size_t i = 0; i < areas.size(); ++i) {
+        const json& a = areas[i];
+        const std::string where = part.at("/areas", i);
+        part.only_keys(a, {"id", "mounted", "read_only"}, where);
+        if (!a.contains("id")) part.fail(where, "needs an id");
+        int id = static_cast<int>(part.integer_at(a, "id", 0, INT_MIN, INT_MAX, where));
+        if (l.areas.count(id) != 0) {
+            part.fail(part.at(where, "id"), "the area " + std::to_string(id) + " is defined twice");
+        }
         l.areas[id] = area_state{part.flag_at(a, "mounted", true, where), part.flag_at(a, "read_only", false, where)};
     }
 
-    for (const json& f : part.list_at("files")) {
-        part.only_keys(f, {"area", "path", "text", "dir", "attributes", "mtime"}, "a file");
+    const json& files = part.list_at("files");
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const json& f = files[i];
+        const std::string where = part.at("/files", i);
+        part.only_keys(f, {"area", "path", "text", "dir", "attributes", "mtime"}, where);
         file_entry e;
         if (!f.contains("area") || !f.contains("path") || !f.at("path").is_string()) {
-            part.fail("a file needs an area and a path");
+            part.fail(where, "needs an area and a path");
         }
         std::string given = f.at("path").get<std::string>();
-        std::string where = "file \"" + given + "\"";
         e.area = static_cast<int>(part.integer_at(f, "area", 0, INT_MIN, INT_MAX, where));
         if (l.areas.count(e.area) == 0) {
-            part.fail(where + " is in area " + std::to_string(e.area) + ", which is not defined");
+            part.fail(part.at(where, "area"), "the area " + std::to_string(e.area) + " is not defined");
         }
         std::optional<std::string> path = normalise(given.c_str());
-        if (!path || path->empty()) part.fail(where + " is not a path inside its area");
+        if (!path || path->empty()) part.fail(part.at(where, "path"), "is not a path inside its area");
         e.path = *path;
         e.dir = part.flag_at(f, "dir", false, where);
         if (f.contains("text")) {
-            if (e.dir) part.fail(where + " is a directory and cannot have text");
+            if (e.dir) part.fail(part.at(where, "text"), "a directory cannot have text");
             e.text = part.text_at(f, "text", where);
         }
         e.attributes = static_cast<unsigned>(part.integer_at(f, "attributes", 0, 0, 255, where)) & kAttributeMask;
@@ -365,17 +371,18 @@ layout parse(const json& scenario) {
 
     if (part.has("statfs")) {
         const json& st = part.section().at("statfs");
-        part.only_keys(st, {"block_size", "blocks", "free", "available"}, "statfs");
+        part.only_keys(st, {"block_size", "blocks", "free", "available"}, "/statfs");
         auto number = [&](const char* key, dev_ulong fallback) {
-            return static_cast<dev_ulong>(part.integer_at(st, key, fallback, 0, UINT32_MAX, "statfs"));
+            return static_cast<dev_ulong>(part.integer_at(st, key, fallback, 0, UINT32_MAX, "/statfs"));
         };
         l.statfs = XDC_STRG_STATFS{number("block_size", l.statfs.block_size), number("blocks", l.statfs.blocks),
                                    number("free", l.statfs.free), number("available", l.statfs.available)};
     }
 
     if (!part.has("disks")) l.disks = {0, 1, 2};
-    for (const json& d : part.list_at("disks")) {
-        l.disks.insert(static_cast<int>(part.integer(d, INT_MIN, INT_MAX, "a disk id")));
+    const json& disks = part.list_at("disks");
+    for (std::size_t i = 0; i < disks.size(); ++i) {
+        l.disks.insert(static_cast<int>(part.integer(disks[i], INT_MIN, INT_MAX, part.at("/disks", i))));
     }
     return l;
 }

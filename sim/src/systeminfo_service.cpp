@@ -126,36 +126,39 @@ bool colour_model(uint32_t type) {
     return type == XSI_PBFS_MODEL_TYPE_COLOR_MFP || type == XSI_PBFS_MODEL_TYPE_COLOR_PRINTER;
 }
 
-void read_setting(const jbrg_sim::scenario_part& part, const json& entry, std::map<int32_t, setting>& settings,
-                  std::set<int32_t>& seen, bool& colour_given) {
-    const std::string where = "setting " + std::to_string(seen.size() + 1);
+void read_setting(const jbrg_sim::scenario_part& part, const json& entry, const std::string& where,
+                  std::map<int32_t, setting>& settings, std::set<int32_t>& seen, bool& colour_given) {
     part.only_keys(entry, {"key", "value", "text", "min", "max", "writable", "admin", "login"}, where);
-    if (!entry.contains("key")) part.fail(where + " has no key");
-    const auto key = static_cast<int32_t>(part.integer(entry.at("key"), INT32_MIN, INT32_MAX, where + ".key"));
-    if (!seen.insert(key).second) part.fail("the setting " + std::to_string(key) + " is given twice");
-    if (entry.contains("value") == entry.contains("text")) part.fail(where + " needs either a value or a text");
+    if (!entry.contains("key")) part.fail(where, "needs a key");
+    const auto key = static_cast<int32_t>(part.integer(entry.at("key"), INT32_MIN, INT32_MAX, part.at(where, "key")));
+    if (!seen.insert(key).second) {
+        part.fail(part.at(where, "key"), "the setting " + std::to_string(key) + " is given twice");
+    }
+    if (entry.contains("value") == entry.contains("text")) part.fail(where, "needs either a value or a text");
     if (key == XSI_PBFS_ENTKEY_COLOR_SUPPORTED) colour_given = true;
     auto known = settings.find(key);
     setting s = known != settings.end() ? known->second : setting{};
     if (known == settings.end()) s.is_text = entry.contains("text");
     if (entry.contains("text")) {
-        if (!s.is_text) part.fail(where + " is a number, not a text");
+        if (!s.is_text) part.fail(part.at(where, "text"), "the setting is a number, not a text");
         for (const char* rule : {"min", "max", "writable", "admin", "login"}) {
-            if (entry.contains(rule)) part.fail(where + " is a text: it has no " + rule);
+            if (entry.contains(rule)) {
+                part.fail(part.at(where, rule), "the setting is a text: it has no " + std::string(rule));
+            }
         }
         s.text = part.text_at(entry, "text", where);
-        if (s.text.size() >= XSI_PBFS_SYSINFO_TEXT_SIZE) part.fail(where + ".text is too long");
+        part.fits(s.text, XSI_PBFS_SYSINFO_TEXT_SIZE, part.at(where, "text"));
         s.writable = false;
     } else {
-        if (s.is_text) part.fail(where + " is a text, not a number");
+        if (s.is_text) part.fail(part.at(where, "value"), "the setting is a text, not a number");
         s.min = static_cast<uint32_t>(part.integer_at(entry, "min", s.min, 0, UINT32_MAX, where));
         s.max = static_cast<uint32_t>(part.integer_at(entry, "max", s.max, 0, UINT32_MAX, where));
-        if (s.min > s.max) part.fail(where + " has min above max");
+        if (s.min > s.max) part.fail(where, "has min above max");
         s.writable = part.flag_at(entry, "writable", s.writable, where);
         s.admin = part.flag_at(entry, "admin", s.admin, where);
         s.login = part.flag_at(entry, "login", s.login, where);
-        s.value = static_cast<uint32_t>(part.integer(entry.at("value"), 0, UINT32_MAX, where + ".value"));
-        if (!s.takes(s.value)) part.fail(where + ".value is out of the setting's range");
+        s.value = static_cast<uint32_t>(part.integer(entry.at("value"), 0, UINT32_MAX, part.at(where, "value")));
+        if (!s.takes(s.value)) part.fail(part.at(where, "value"), "is out of the setting's range");
     }
     settings[key] = s;
 }
@@ -175,16 +178,21 @@ contents parse(const json& scenario) {
     c.settings = factory_settings();
     std::set<int32_t> seen;
     bool colour_given = false;
-    for (const json& entry : part.list_at("settings")) read_setting(part, entry, c.settings, seen, colour_given);
+    const json& settings = part.list_at("settings");
+    for (std::size_t i = 0; i < settings.size(); ++i) {
+        read_setting(part, settings[i], part.at("/settings", i), c.settings, seen, colour_given);
+    }
     if (!colour_given) c.settings[XSI_PBFS_ENTKEY_COLOR_SUPPORTED].value = colour_model(c.model_type) ? 1 : 0;
 
     if (part.has("paper_sources")) {
-        for (const json& entry : part.list_at("paper_sources")) {
-            const std::string where = "paper source " + std::to_string(c.paper.size() + 1);
+        const json& sources = part.list_at("paper_sources");
+        for (std::size_t i = 0; i < sources.size(); ++i) {
+            const json& entry = sources[i];
+            const std::string where = part.at("/paper_sources", i);
             part.only_keys(entry, {"key", "remain", "size", "direction", "kind"}, where);
-            if (!entry.contains("key")) part.fail(where + " has no key");
+            if (!entry.contains("key")) part.fail(where, "needs a key");
             const auto key = static_cast<int32_t>(part.integer(entry.at("key"), XSI_PBFS_ENTKEY_PAPER_SOURCE_1,
-                                                               XSI_PBFS_ENTKEY_PAPER_SOURCE_MP, where + ".key"));
+                                                               XSI_PBFS_ENTKEY_PAPER_SOURCE_MP, part.at(where, "key")));
             XSI_PBFS_PAPER_INFO info{};
             info.paper_remain = static_cast<dev_ulong>(
                 part.integer_at(entry, "remain", XSI_PBFS_PAPER_REMAIN_FULL, 0, XSI_PBFS_PAPER_REMAIN_FULL, where));
@@ -193,7 +201,9 @@ contents parse(const json& scenario) {
             info.paper_direction = static_cast<dev_ulong>(part.integer_at(entry, "direction", 0, 0, 1, where));
             info.paper_kind = static_cast<dev_ulong>(
                 part.integer_at(entry, "kind", 0, 0, XSI_PBFS_PAPER_KIND_ENVELOPE, where));
-            if (!c.paper.emplace(key, info).second) part.fail("the paper source " + std::to_string(key) + " is given twice");
+            if (!c.paper.emplace(key, info).second) {
+                part.fail(part.at(where, "key"), "the paper source " + std::to_string(key) + " is given twice");
+            }
         }
     } else {
         c.paper[XSI_PBFS_ENTKEY_PAPER_SOURCE_1] = {XSI_PBFS_PAPER_REMAIN_FULL, XSI_PBFS_PAPER_SIZE_A4,
@@ -205,14 +215,16 @@ contents parse(const json& scenario) {
     }
 
     if (part.has("fax_lines")) {
-        for (const json& entry : part.list_at("fax_lines")) {
-            const std::string where = "fax line " + std::to_string(c.fax_lines.size() + 1);
+        const json& lines = part.list_at("fax_lines");
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            const json& entry = lines[i];
+            const std::string where = part.at("/fax_lines", i);
             part.only_keys(entry, {"key", "encrypted"}, where);
-            if (!entry.contains("key")) part.fail(where + " has no key");
-            const auto key = static_cast<int32_t>(
-                part.integer(entry.at("key"), XSI_PBFS_ENTKEY_FAX_LINE_1, XSI_PBFS_ENTKEY_FAX_LINE_2, where + ".key"));
+            if (!entry.contains("key")) part.fail(where, "needs a key");
+            const auto key = static_cast<int32_t>(part.integer(entry.at("key"), XSI_PBFS_ENTKEY_FAX_LINE_1,
+                                                               XSI_PBFS_ENTKEY_FAX_LINE_2, part.at(where, "key")));
             if (!c.fax_lines.emplace(key, part.flag_at(entry, "encrypted", false, where)).second) {
-                part.fail("the fax line " + std::to_string(key) + " is given twice");
+                part.fail(part.at(where, "key"), "the fax line " + std::to_string(key) + " is given twice");
             }
         }
     } else {
@@ -220,18 +232,20 @@ contents parse(const json& scenario) {
     }
 
     std::set<std::array<long long, 3>> counted;
-    for (const json& entry : part.list_at("counters")) {
-        const std::string where = "counter " + std::to_string(counted.size() + 1);
+    const json& counters = part.list_at("counters");
+    for (std::size_t i = 0; i < counters.size(); ++i) {
+        const json& entry = counters[i];
+        const std::string where = part.at("/counters", i);
         part.only_keys(entry, {"kind", "size", "color", "count"}, where);
         for (const char* k : {"kind", "size", "color", "count"}) {
-            if (!entry.contains(k)) part.fail(where + " has no " + k);
+            if (!entry.contains(k)) part.fail(where, "needs a " + std::string(k));
         }
-        const long long kind = part.integer(entry.at("kind"), 0, XSI_PBFS_COUNT_KIND_NUM - 1, where + ".kind");
-        const long long size = part.integer(entry.at("size"), 1, kSizes - 1, where + ".size");
-        const long long color = part.integer(entry.at("color"), 1, kColors - 1, where + ".color");
-        if (!counted.insert({kind, size, color}).second) part.fail(where + " is given twice");
+        const long long kind = part.integer(entry.at("kind"), 0, XSI_PBFS_COUNT_KIND_NUM - 1, part.at(where, "kind"));
+        const long long size = part.integer(entry.at("size"), 1, kSizes - 1, part.at(where, "size"));
+        const long long color = part.integer(entry.at("color"), 1, kColors - 1, part.at(where, "color"));
+        if (!counted.insert({kind, size, color}).second) part.fail(where, "is given twice");
         c.counters[kind][size][color] =
-            static_cast<uint32_t>(part.integer(entry.at("count"), 0, UINT32_MAX, where + ".count"));
+            static_cast<uint32_t>(part.integer(entry.at("count"), 0, UINT32_MAX, part.at(where, "count")));
     }
     return c;
 }

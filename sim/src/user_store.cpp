@@ -71,7 +71,9 @@ public:
         std::sort(names.begin(), names.end());
         auto twice = std::adjacent_find(names.begin(), names.end());
         if (twice != names.end()) part.fail("the login name \"" + *twice + "\" is given twice");
-        if (hidden.size() > static_cast<std::size_t>(limit)) part.fail("more hidden accounts than hidden_limit");
+        if (hidden.size() > static_cast<std::size_t>(limit)) {
+            part.fail("/hidden", "more hidden accounts than hidden_limit");
+        }
 
         return [this, local, hidden_by_name, limit] {
             local_ = local;
@@ -106,10 +108,11 @@ public:
 private:
     static std::vector<jbrg_sim::user_account> accounts(const jbrg_sim::scenario_part& part, const char* key) {
         std::vector<jbrg_sim::user_account> out;
-        for (const json& entry : part.list_at(key)) {
-            std::string where = std::string(key) + " user " + std::to_string(out.size() + 1);
-            jbrg_sim::user_account user = jbrg_sim::read_account(part, entry, where);
-            if (!user.domain.empty()) part.fail(where + " is the store's and belongs to no domain");
+        const json& listed = part.list_at(key);
+        for (std::size_t i = 0; i < listed.size(); ++i) {
+            const std::string where = part.at(part.at("", key), i);
+            jbrg_sim::user_account user = jbrg_sim::read_account(part, listed[i], where);
+            if (!user.domain.empty()) part.fail(part.at(where, "domain"), "the store's accounts belong to no domain");
             if (user.id == 0 && std::string(key) == "local") user.id = static_cast<dev_ulong>(out.size() + 1);
             out.push_back(std::move(user));
         }
@@ -175,7 +178,7 @@ jbrg_sim::user_account jbrg_sim::read_account(const scenario_part& part, const j
               where);
     user_account user;
     user.login_name = part.text_at(entry, "login_name", where);
-    if (user.login_name.empty()) part.fail(where + " has no login_name");
+    if (user.login_name.empty()) part.fail(where, "needs a login_name");
     user.password = part.text_at(entry, "password", where);
     user.user_name = part.text_at(entry, "user_name", where);
     user.email = part.text_at(entry, "email", where);

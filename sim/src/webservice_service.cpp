@@ -71,21 +71,28 @@ struct contents {
 contents parse(const json& scenario) {
     const jbrg_sim::scenario_part part(scenario, "webservice", {"unsupported", "reserved", "missing_certificates", "hdo"});
     contents c;
-    for (const json& kind : part.list_at("unsupported")) {
-        c.unsupported.insert(static_cast<int>(part.integer(kind, 0, XSI_PBFS_WEBSERVICE_KIND_NUM - 1, "an unsupported kind")));
+    const json& unsupported = part.list_at("unsupported");
+    for (std::size_t i = 0; i < unsupported.size(); ++i) {
+        c.unsupported.insert(static_cast<int>(
+            part.integer(unsupported[i], 0, XSI_PBFS_WEBSERVICE_KIND_NUM - 1, part.at("/unsupported", i))));
     }
-    for (const json& entry : part.list_at("reserved")) {
-        const std::string where = "reservation " + std::to_string(c.reserved.size() + 1);
+    const json& reserved = part.list_at("reserved");
+    for (std::size_t i = 0; i < reserved.size(); ++i) {
+        const json& entry = reserved[i];
+        const std::string where = part.at("/reserved", i);
         part.only_keys(entry, {"kind", "app_id"}, where);
-        if (!entry.contains("kind")) part.fail(where + " has no kind");
-        const int kind = static_cast<int>(part.integer(entry.at("kind"), 0, XSI_PBFS_WEBSERVICE_KIND_NUM - 1, where + ".kind"));
+        if (!entry.contains("kind")) part.fail(where, "needs a kind");
+        const int kind = static_cast<int>(
+            part.integer(entry.at("kind"), 0, XSI_PBFS_WEBSERVICE_KIND_NUM - 1, part.at(where, "kind")));
         const std::string app = part.text_at(entry, "app_id", where);
-        if (!good_app_id(app.c_str())) part.fail(where + ".app_id is not an application id");
-        if (c.unsupported.count(kind) != 0) part.fail(where + " is of a kind the machine does not offer");
-        if (!c.reserved.emplace(kind, app).second) part.fail(where + ": the kind is reserved twice");
+        if (!good_app_id(app.c_str())) part.fail(part.at(where, "app_id"), "is not an application id");
+        if (c.unsupported.count(kind) != 0) part.fail(part.at(where, "kind"), "the machine does not offer this kind");
+        if (!c.reserved.emplace(kind, app).second) part.fail(part.at(where, "kind"), "the kind is reserved twice");
     }
-    for (const json& type : part.list_at("missing_certificates")) {
-        c.missing.insert(static_cast<int>(part.integer(type, 0, XSI_PBFS_SSL_FILE_NUM - 1, "a missing certificate")));
+    const json& missing = part.list_at("missing_certificates");
+    for (std::size_t i = 0; i < missing.size(); ++i) {
+        c.missing.insert(static_cast<int>(
+            part.integer(missing[i], 0, XSI_PBFS_SSL_FILE_NUM - 1, part.at("/missing_certificates", i))));
     }
     c.hdo = part.flag_at("hdo", true);
     return c;
