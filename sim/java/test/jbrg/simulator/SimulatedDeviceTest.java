@@ -82,8 +82,7 @@ class SimulatedDeviceTest {
     void aScenarioThatDoesNotReadIsRefusedWithTheDevicesMessageAndChangesNothing(@TempDir Path dir) throws Exception {
         IllegalArgumentException e = assertThrows(IllegalArgumentException.class,
                 () -> SimulatedDevice.loadScenario("{\"users\": {\"local\": [ {\"password\": \"x\"} ]}}"));
-        assertTrue(e.getMessage().startsWith("scenario users: "), e.getMessage());
-        assertTrue(e.getMessage().contains("no login_name"), e.getMessage());
+        assertEquals("scenario: /users/local/0: needs a login_name", e.getMessage());
         assertEquals(0, login("alice", "a"), "the scenario before stays");
 
         e = assertThrows(IllegalArgumentException.class, () -> SimulatedDevice.loadScenario("[1, 2]"));
