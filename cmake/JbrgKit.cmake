@@ -8,7 +8,7 @@
 #                            library's modules, the Java classes the library builds, the event proxies it calls
 #                            back, and the simulated device's Java control API; jbrg-kit-sources.jar
 #   share/jbrg/              scenario.schema.json and examples/*.json
-#   share/doc/jbrg/          GUIDE.md and the example application
+#   share/doc/jbrg/          GUIDE.md, simulator-java.md and the example application
 #
 # The jar is built with everything else (target jbrg_kit_jar), so the install copies files only.
 
@@ -87,6 +87,7 @@ install(FILES "${CMAKE_SOURCE_DIR}/sim/schema/scenario.schema.json" DESTINATION 
 file(GLOB kit_examples CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/sim/scenarios/*.json")
 install(FILES ${kit_examples} DESTINATION share/jbrg/examples COMPONENT kit)
 install(FILES "${CMAKE_SOURCE_DIR}/docs/kit.md" DESTINATION share/doc/jbrg RENAME GUIDE.md COMPONENT kit)
+install(FILES "${CMAKE_SOURCE_DIR}/docs/simulator-java.md" DESTINATION share/doc/jbrg COMPONENT kit)
 # The example application, when the tree has it (taken at install time, whenever it appeared).
 install(DIRECTORY "${CMAKE_SOURCE_DIR}/kit/example/" DESTINATION share/doc/jbrg/example COMPONENT kit
         USE_SOURCE_PERMISSIONS OPTIONAL)

@@ -94,7 +94,8 @@ class installed_kit(unittest.TestCase):
     def test_the_layout(self):
         for rel in ['lib/libjbrgCMT.so', 'lib/libjbrgsim.so', 'java/jbrg-kit.jar', f'java/jbrg-kit-{VERSION}.jar',
                     'java/jbrg-kit-sources.jar', 'share/jbrg/scenario.schema.json', 'share/jbrg/examples/demo.json',
-                    'share/doc/jbrg/GUIDE.md', 'bin/jbrg-scenario-load', 'bin/jbrg-scenario-validate']:
+                    'share/doc/jbrg/GUIDE.md', 'share/doc/jbrg/simulator-java.md', 'bin/jbrg-scenario-load',
+                    'bin/jbrg-scenario-validate']:
             self.assertTrue(os.path.isfile(os.path.join(kit, rel)), rel)
         if os.path.exists(os.path.join(BUILD, 'lib', 'libjbrgsimctl.so')):
             self.assertTrue(os.path.isfile(os.path.join(kit, 'lib', 'libjbrgsimctl.so')))
