@@ -48,11 +48,10 @@ find "$here/test" -name '*.java' > "$out/test-sources"
 "$javac" --release 17 -Xlint:all -Werror -encoding UTF-8 -cp "$jar:$out/app:$junit" -d "$out/test" \
     @"$out/test-sources"
 
-# The libraries find each other in the kit's lib folder; the simulated device starts empty (each test class
-# loads its own scenario).
-LD_LIBRARY_PATH="$kit/lib${LD_LIBRARY_PATH:+:$LD_LIBRARY_PATH}"
+# The kit's libraries find each other through their run path ($ORIGIN); the simulated device starts empty
+# (each test class loads its own scenario).
 JBRG_SIM_SCENARIO=
-export LD_LIBRARY_PATH JBRG_SIM_SCENARIO
+export JBRG_SIM_SCENARIO
 seed=${JUNIT_SEED:-$(od -An -N4 -tu4 /dev/urandom | tr -d ' ')}
 echo "Tests in random order, seed $seed (JUNIT_SEED=$seed repeats it)"
 "$java" -Djava.library.path="$kit/lib" -jar "$junit" --disable-banner --fail-if-no-tests \
