@@ -10,7 +10,6 @@ in the same folder)."""
 
 import glob
 import os
-import random
 import re
 import shutil
 import subprocess
@@ -19,6 +18,8 @@ import tempfile
 import textwrap
 import unittest
 import zipfile
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'tools'))
+import shuffled_unittest  # noqa: E402
 
 BUILD = os.environ.get('JBRG_BUILD', '')
 VERSION = os.environ.get('JBRG_VERSION', '')
@@ -175,15 +176,5 @@ class installed_kit(unittest.TestCase):
             self.assertEqual([e + ': ok' for e in examples], done.stdout.splitlines())
 
 
-def shuffled_suite():
-    seed = int(os.environ.get('JBRG_TEST_SEED', random.randrange(1 << 30)))
-    print(f'shuffle seed {seed} (JBRG_TEST_SEED={seed} repeats the order)', flush=True)
-    cases = list(unittest.defaultTestLoader.loadTestsFromModule(sys.modules[__name__]))
-    tests = [t for case in cases for t in case]
-    random.Random(seed).shuffle(tests)
-    return unittest.TestSuite(tests)
-
-
 if __name__ == '__main__':
-    result = unittest.TextTestRunner(verbosity=2).run(shuffled_suite())
-    sys.exit(0 if result.wasSuccessful() else 1)
+    shuffled_unittest.run(__name__)

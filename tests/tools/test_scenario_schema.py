@@ -7,7 +7,6 @@ Run with the path of jbrg-scenario-load (the simulator's loader) in JBRG_SCENARI
 import glob
 import json
 import os
-import random
 import subprocess
 import sys
 import tempfile
@@ -16,6 +15,7 @@ import unittest
 ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', '..')
 sys.path.insert(0, os.path.join(ROOT, 'tools'))
 import scenario_validate  # noqa: E402
+import shuffled_unittest  # noqa: E402
 
 SCHEMA_PATH = os.path.join(ROOT, 'sim', 'schema', 'scenario.schema.json')
 LOADER = os.environ.get('JBRG_SCENARIO_LOAD', '')
@@ -206,15 +206,5 @@ class validator(unittest.TestCase):
             self.assertEqual(0, done.returncode)
 
 
-def shuffled_suite():
-    seed = int(os.environ.get('JBRG_TEST_SEED', random.randrange(1 << 30)))
-    print(f'shuffle seed {seed} (JBRG_TEST_SEED={seed} repeats the order)', flush=True)
-    cases = list(unittest.defaultTestLoader.loadTestsFromModule(sys.modules[__name__]))
-    tests = [t for case in cases for t in case]
-    random.Random(seed).shuffle(tests)
-    return unittest.TestSuite(tests)
-
-
 if __name__ == '__main__':
-    result = unittest.TextTestRunner(verbosity=2).run(shuffled_suite())
-    sys.exit(0 if result.wasSuccessful() else 1)
+    shuffled_unittest.run(__name__)

@@ -7,6 +7,7 @@ import sys
 import tempfile
 import textwrap
 import unittest
+import shuffled_unittest
 
 GENERATOR = os.path.join(os.path.dirname(__file__), '..', '..', 'tools', 'wrapgen', 'wrapgen.py')
 
@@ -311,4 +312,4 @@ PART_OK = 'record P { int x; }\n'
 
 
 if __name__ == '__main__':
-    unittest.main()
+    shuffled_unittest.run(__name__)
