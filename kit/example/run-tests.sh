@@ -6,8 +6,12 @@
 #
 # KIT_DIR/java/jbrg-kit.jar is the only jar the code is compiled against (besides JUnit 5 of /usr/share/java);
 # KIT_DIR/lib holds libjbrgCMT.so, libjbrgsim.so and libjbrgsimctl.so. The exit status is not 0 when a test
-# fails. The order's seed is printed first; JUNIT_SEED=<seed> repeats an order. JAVA_HOME picks the JDK (default:
-# the one of javac on PATH); BUILD_DIR the folder for the classes (default: a temporary one, removed at the end).
+# fails. The order's seed is printed first; JUNIT_SEED=<seed> repeats an order.
+#
+#   JAVA_HOME      the JDK that compiles (default: the one of javac on PATH)
+#   JBRG_JAVA_RUN  the program that runs the tests' Java VM (default: that JDK's java; for an ARM kit, a script
+#                  that starts an ARM VM under an emulator)
+#   BUILD_DIR      the folder for the classes (default: a temporary one, removed at the end)
 set -eu
 
 if [ $# -ne 1 ]; then
@@ -52,10 +56,13 @@ find "$here/test" -name '*.java' > "$out/test-sources"
 # (each test class loads its own scenario).
 JBRG_SIM_SCENARIO=
 export JBRG_SIM_SCENARIO
+# The test classes are named one by one rather than found by the VM: a 32-bit VM under qemu cannot list a folder
+# of a 64-bit host (its readdir answers EOVERFLOW for the host's inode numbers).
+selectors=$(cd "$out/test" && find . -name '*.class' ! -name '*$*' | sed 's|^\./||; s|\.class$||; s|/|.|g; s|^|--select-class=|')
 seed=${JUNIT_SEED:-$(od -An -N4 -tu4 /dev/urandom | tr -d ' ')}
 echo "Tests in random order, seed $seed (JUNIT_SEED=$seed repeats it)"
-"$java" -Djava.library.path="$kit/lib" -jar "$junit" --disable-banner --fail-if-no-tests \
+"${JBRG_JAVA_RUN:-$java}" -Djava.library.path="$kit/lib" -jar "$junit" --disable-banner --fail-if-no-tests \
     --config=junit.jupiter.testmethod.order.default='org.junit.jupiter.api.MethodOrderer$Random' \
     --config=junit.jupiter.testclass.order.default='org.junit.jupiter.api.ClassOrderer$Random' \
     --config=junit.jupiter.execution.order.random.seed="$seed" \
-    --class-path "$jar:$out/app:$out/test" --scan-class-path "$out/test"
+    --class-path "$jar:$out/app:$out/test" $selectors

@@ -409,6 +409,10 @@ JNIEXPORT jstring JNICALL Java_jbrg_simulator_SimulatedDevice_nativeAreaFolder(J
     return guarded(env, jstring{}, [&] { return java_string(env, jbrg_sim::area_folder(area)); });
 }
 
+JNIEXPORT jobjectArray JNICALL Java_jbrg_simulator_SimulatedDevice_nativeAreaFiles(JNIEnv* env, jclass, jint area) {
+    return guarded(env, jobjectArray{}, [&] { return string_array(env, jbrg_sim::area_files(area)); });
+}
+
 // ---- Jobs -----------------------------------------------------------------------------------------------
 
 JNIEXPORT void JNICALL Java_jbrg_simulator_SimulatedDevice_runJobs(JNIEnv* env, jclass, jboolean on) {

@@ -866,6 +866,32 @@ std::string jbrg_sim::area_folder(int area_id) {
     return s.area_folder(area_id);
 }
 
+std::vector<std::string> jbrg_sim::area_files(int area_id) {
+    const std::string root = area_folder(area_id);
+    std::vector<std::string> files;
+    if (root.empty()) return files;
+    // Folder by folder, through the host calls the device's own listing uses: a 32-bit program reads the
+    // folders of a 64-bit host this way too.
+    std::vector<std::string> folders{""};
+    while (!folders.empty()) {
+        const std::string folder = folders.back();
+        folders.pop_back();
+        std::vector<std::string> names;
+        if (folder_names(root + "/" + folder, names) != 0) continue;
+        for (const std::string& name : names) {
+            const std::string path = folder.empty() ? name : folder + "/" + name;
+            struct stat st;
+            if (::lstat((root + "/" + path).c_str(), &st) == 0 && S_ISDIR(st.st_mode)) {
+                folders.push_back(path);
+            } else {
+                files.push_back(path);
+            }
+        }
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
 // ---- The storage library ------------------------------------------------------------------------------
 
 extern "C" int xdc_strg_init(void) {

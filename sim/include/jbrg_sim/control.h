@@ -102,6 +102,10 @@ std::string storage_root();
 // The host folder of a storage area; empty for an area the scenario does not define.
 std::string area_folder(int area_id);
 
+// The files of a storage area (links and other non-folders too), as paths relative to its folder
+// ("/"-separated), sorted; none for an area the scenario does not define.
+std::vector<std::string> area_files(int area_id);
+
 }  // namespace jbrg_sim
 
 #endif  // JBRG_SIM_CONTROL_H

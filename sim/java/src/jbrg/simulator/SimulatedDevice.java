@@ -9,8 +9,6 @@ import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
 import java.util.Objects;
-import java.util.stream.Collectors;
-import java.util.stream.Stream;
 
 /**
  * The control surface of the simulated device (libjbrgsim.so), for tests of Java applications that run off the
@@ -332,13 +330,9 @@ public final class SimulatedDevice {
 
     /** The files of a storage area, as paths relative to it ({@code /}-separated), sorted. */
     public static List<String> files(int area) {
-        Path root = storageFolder(area);
-        try (Stream<Path> all = Files.walk(root)) {
-            return all.filter(Files::isRegularFile).map(p -> root.relativize(p).toString().replace('\\', '/'))
-                    .sorted().collect(Collectors.toList());
-        } catch (IOException e) {
-            throw new UncheckedIOException(e);
-        }
+        storageFolder(area);
+        // Listed by the device: a 32-bit VM under an emulator cannot list the folders of a 64-bit host itself.
+        return List.of(nativeAreaFiles(area));
     }
 
     // ---- Jobs -------------------------------------------------------------------------------------------
@@ -860,6 +854,7 @@ public final class SimulatedDevice {
     private static native void nativeForceOut(String op, String out, String value, int times);
     private static native String[][] nativeCalls(String op);
     private static native String[][] nativeTraces();
+    private static native String[] nativeAreaFiles(int area);
     private static native boolean nativeAddLocalUser(String loginName, String password, String userName,
             String email, String card, int rights);
     private static native long nativeAddBox(boolean fax, long number, String name, String ownerLoginName,

@@ -19,7 +19,6 @@ import org.junit.jupiter.api.AfterEach;
 import org.junit.jupiter.api.BeforeAll;
 import org.junit.jupiter.api.BeforeEach;
 import org.junit.jupiter.api.Test;
-import org.junit.jupiter.api.io.TempDir;
 import orvane.qsf.controller.event.proxy.AccProxy;
 import orvane.qsf.controller.event.proxy.AppOperationProxy;
 import orvane.qsf.controller.event.proxy.CommonProxy;
@@ -79,7 +78,7 @@ class SimulatedDeviceTest {
     }
 
     @Test
-    void aScenarioThatDoesNotReadIsRefusedWithTheDevicesMessageAndChangesNothing(@TempDir Path dir) throws Exception {
+    void aScenarioThatDoesNotReadIsRefusedWithTheDevicesMessageAndChangesNothing() throws Exception {
         IllegalArgumentException e = assertThrows(IllegalArgumentException.class,
                 () -> SimulatedDevice.loadScenario("{\"users\": {\"local\": [ {\"password\": \"x\"} ]}}"));
         assertEquals("scenario: /users/local/0: needs a login_name", e.getMessage());
@@ -88,15 +87,21 @@ class SimulatedDeviceTest {
         e = assertThrows(IllegalArgumentException.class, () -> SimulatedDevice.loadScenario("[1, 2]"));
         assertFalse(e.getMessage().isEmpty());
 
-        Path missing = dir.resolve("missing.json");
-        e = assertThrows(IllegalArgumentException.class, () -> SimulatedDevice.loadScenarioFile(missing));
-        assertTrue(e.getMessage().contains(missing.toString()), e.getMessage());
+        // A file rather than a temporary folder: a 32-bit VM under an emulator cannot list (and so not remove) a
+        // folder of a 64-bit host.
+        Path file = Files.createTempFile("bob", ".json");
+        try {
+            Path missing = Path.of(file + ".missing");
+            e = assertThrows(IllegalArgumentException.class, () -> SimulatedDevice.loadScenarioFile(missing));
+            assertTrue(e.getMessage().contains(missing.toString()), e.getMessage());
 
-        Path file = dir.resolve("bob.json");
-        Files.writeString(file, "{\"users\": {\"local\": [ {\"login_name\": \"bob\", \"password\": \"b\"} ]}}");
-        SimulatedDevice.loadScenarioFile(file);
-        assertEquals(0, login("bob", "b"));
-        assertEquals(2, login("alice", "a"), "not found: the file replaced the users");
+            Files.writeString(file, "{\"users\": {\"local\": [ {\"login_name\": \"bob\", \"password\": \"b\"} ]}}");
+            SimulatedDevice.loadScenarioFile(file);
+            assertEquals(0, login("bob", "b"));
+            assertEquals(2, login("alice", "a"), "not found: the file replaced the users");
+        } finally {
+            Files.delete(file);
+        }
     }
 
     @Test
