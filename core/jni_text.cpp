@@ -94,6 +94,19 @@ bool plain_modified_utf8(const unsigned char* p, std::size_t length) {
     return true;
 }
 
+// True when no byte of the `length` bytes at `text` has its high bit set.
+bool plain_ascii(const char* text, std::size_t length) {
+    std::uint64_t any = 0;
+    std::size_t i = 0;
+    for (; i + 8 <= length; i += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, text + i, 8);
+        any |= word;
+    }
+    for (; i < length; ++i) any |= static_cast<unsigned char>(text[i]);
+    return (any & 0x8080808080808080ULL) == 0;
+}
+
 // `terminated`: text[length] is the text's terminating zero (a full fixed-width field has none).
 jstring make_string(JNIEnv* env, const char* text, std::size_t length, bool terminated) {
     const auto* p = reinterpret_cast<const unsigned char*>(text);
@@ -133,15 +146,11 @@ jstring new_string(JNIEnv* env, const char* text) {
 }
 
 jstring new_field_string(JNIEnv* env, const char* field, std::size_t capacity) {
-    const auto* p = reinterpret_cast<const unsigned char*>(field);
-    // Most fields hold plain ASCII: one pass finds the terminating zero and shows that the VM may read the
-    // bytes where they lie.
-    std::size_t i = 0;
-    while (i < capacity && p[i] != 0 && p[i] < 0x80) ++i;
-    if (i < capacity && p[i] == 0) return env->NewStringUTF(field);
-    // Anything else, from the first byte that is not plain: the whole check, copying a field filled to its
-    // last byte to terminate it.
-    const std::size_t length = i + strnlen(field + i, capacity - i);
+    // Most fields hold terminated plain ASCII, which the VM may read where it lies. Both are seen a word at a
+    // time: the C library's strnlen finds the zero, and the bytes before it are or-ed eight at a time.
+    const std::size_t length = strnlen(field, capacity);
+    if (length < capacity && plain_ascii(field, length)) return env->NewStringUTF(field);
+    // Anything else: the whole check, copying a field filled to its last byte to terminate it.
     return make_string(env, field, length, length < capacity);
 }
 

@@ -6,6 +6,7 @@
 #include <exception>
 #include <iterator>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <stdexcept>
@@ -237,11 +238,36 @@ void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text) {
         field[0] = '\0';
         return;
     }
-    ::orvane::jni::utf_chars chars(jenv, text);
-    if (!chars) return;
-    // At most capacity-1 bytes and the rest zero, as strncpy would leave them, but never part of a character.
-    const std::size_t kept = ::orvane::jni::utf8_prefix(chars.get(), std::strlen(chars.get()), capacity - 1);
-    std::memcpy(field, chars.get(), kept);
+    // The field ends with at most capacity-1 bytes of the text and zeros, as strncpy would leave it, and never
+    // with part of a character. Every character takes at least one byte, so no more than `capacity` of them can
+    // matter: one more than could fit, so that a text longer than the field is seen to be cut. The VM converts
+    // just those (GetStringUTFRegion), which spares it a copy of the whole text and a walk to measure it
+    // (GetStringUTFChars, GetStringUTFLength). The VM need not terminate what it writes: the bytes are zeroed
+    // first, and modified UTF-8 has no zero byte of its own.
+    const jsize length = jenv->GetStringLength(text);
+    const auto taken = static_cast<jsize>(std::min<std::size_t>(static_cast<std::size_t>(length), capacity));
+    const std::size_t most = 3 * static_cast<std::size_t>(taken);  // bytes of a UTF-16 unit: 1 to 3
+    if (most < capacity) {
+        // It fits whatever the characters are: converted straight into the field.
+        std::memset(field, 0, capacity);
+        jenv->GetStringUTFRegion(text, 0, taken, field);
+        return;
+    }
+    char local[1024];
+    std::unique_ptr<char[]> large;
+    char* bytes = local;
+    if (most + 1 > sizeof local) {
+        large.reset(new (std::nothrow) char[most + 1]);
+        if (!large) {
+            throw_java(jenv, OutOfMemoryError, "text memory allocation failed");
+            return;
+        }
+        bytes = large.get();
+    }
+    std::memset(bytes, 0, most + 1);
+    jenv->GetStringUTFRegion(text, 0, taken, bytes);
+    const std::size_t kept = ::orvane::jni::utf8_prefix(bytes, std::strlen(bytes), capacity - 1);
+    std::memcpy(field, bytes, kept);
     std::memset(field + kept, 0, capacity - kept);
 }
 

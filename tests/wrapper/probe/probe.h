@@ -40,6 +40,7 @@ struct PROBE_RECORD {
     dev_ulong ids[4];
     PROBE_INNER inner;
     PROBE_INNER inners[3];
+    char wide[400];
     std::string name;
 };
 

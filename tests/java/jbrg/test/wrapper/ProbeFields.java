@@ -97,6 +97,16 @@ public final class ProbeFields {
             Check.equal("abcde\uD83D\uDE00", PROBE_RECORD_text_get(r, null), "an emoji is never cut in two");
             PROBE_RECORD_text_set(r, null, "a\u0000b%s%n");
             Check.equal("a\u0000b%s%n", PROBE_RECORD_text_get(r, null), "an embedded NUL and format text");
+            // A wide field takes the same cuts, whether the text is converted into the field, into the stack or
+            // (more than a kilobyte) into the heap.
+            PROBE_RECORD_wide_set(r, null, "€".repeat(133));
+            Check.equal("€".repeat(133), PROBE_RECORD_wide_get(r, null), "399 bytes into char[400]");
+            PROBE_RECORD_wide_set(r, null, "€".repeat(200));
+            Check.equal("€".repeat(133), PROBE_RECORD_wide_get(r, null), "a cut in a wide field");
+            PROBE_RECORD_wide_set(r, null, "ab" + "\uD83D\uDE00".repeat(300));
+            Check.equal("ab" + "\uD83D\uDE00".repeat(66), PROBE_RECORD_wide_get(r, null), "no emoji cut in two");
+            PROBE_RECORD_wide_set(r, null, "x".repeat(100000));
+            Check.equal("x".repeat(399), PROBE_RECORD_wide_get(r, null), "a long text into a wide field");
 
             long inner = PROBE_RECORD_inner_get(r, null);
             PROBE_INNER_label_set(inner, null, "labelled");
