@@ -357,11 +357,14 @@ public final class BenchCheck {
     // ---- Start-up in child VMs --------------------------------------------------------------------------
 
     static void startup() {
-        add("start-up: a child that brings the bridge up reports its three steps", () -> {
-            long[] steps = new long[3];
-            check(Startup.child("init", steps) > 0, "wall time");
-            for (long s : steps) {
-                check(s > 0, "step time " + s);
+        add("start-up: a child that brings the bridge up reports its three steps, with or without the "
+                + "observers' classes loaded first (each of which exists)", () -> {
+            for (String mode : new String[] {"init", "preloaded"}) {
+                long[] steps = new long[3];
+                check(Startup.child(mode, steps) > 0, mode + ": wall time");
+                for (long s : steps) {
+                    check(s > 0, mode + ": step time " + s);
+                }
             }
             check(Startup.child("idle", null) > 0, "an idle child");
         });
