@@ -26,7 +26,11 @@ struct control_state {
     // Per operation: the results still to force, and per out-parameter the values still to hand back.
     std::map<std::string, std::deque<int32_t>> results;
     std::map<std::string, std::map<std::string, std::deque<std::string>>> outs;
-    std::deque<trace> traces;
+    // The traces, oldest first from `traces_head`, in slots that are written over in place once made, so that
+    // a line costs the device no allocation once the log has reached its length.
+    std::vector<trace> traces;
+    std::size_t traces_head = 0;
+    std::size_t traces_count = 0;
     std::string scenario_text = "{}";
 };
 
@@ -142,11 +146,25 @@ void op::out(const char* out, std::string* value) const {
     if (const std::string* v = forced_out(out)) *value = *v;
 }
 
-void record_trace(unsigned module, unsigned level, unsigned flags, const char* format, std::string text) {
+void record_trace(unsigned module, unsigned level, unsigned flags, const char* format, const char* text,
+                  std::size_t length) {
     control_state& c = control();
     std::lock_guard<std::mutex> guard(c.mutex);
-    if (c.traces.size() == kMaxTraces) c.traces.pop_front();
-    c.traces.push_back(trace{module, level, flags, format ? format : "", std::move(text)});
+    // The slot after the newest line; a full log writes over its oldest. Only a full log has moved its head.
+    std::size_t at;
+    if (c.traces_count == kMaxTraces) {
+        at = c.traces_head;
+        c.traces_head = (c.traces_head + 1) % kMaxTraces;
+    } else {
+        at = c.traces_head + c.traces_count++;
+    }
+    if (at == c.traces.size()) c.traces.emplace_back();
+    trace& t = c.traces[at];
+    t.module = module;
+    t.level = level;
+    t.flags = flags;
+    t.format.assign(format != nullptr ? format : "");
+    t.text.assign(text, length);
 }
 
 // ---- Scenario ----------------------------------------------------------------------------------------
@@ -240,8 +258,12 @@ void clear_calls() {
 // ---- Traces ------------------------------------------------------------------------------------------
 
 std::vector<trace> traces() {
-    std::lock_guard<std::mutex> guard(control().mutex);
-    return {control().traces.begin(), control().traces.end()};
+    control_state& c = control();
+    std::lock_guard<std::mutex> guard(c.mutex);
+    std::vector<trace> lines;
+    lines.reserve(c.traces_count);
+    for (std::size_t i = 0; i < c.traces_count; ++i) lines.push_back(c.traces[(c.traces_head + i) % kMaxTraces]);
+    return lines;
 }
 
 std::vector<std::string> trace_texts() {
@@ -251,8 +273,11 @@ std::vector<std::string> trace_texts() {
 }
 
 void clear_traces() {
-    std::lock_guard<std::mutex> guard(control().mutex);
-    control().traces.clear();
+    control_state& c = control();
+    std::lock_guard<std::mutex> guard(c.mutex);
+    // The slots stay, to be written over.
+    c.traces_head = 0;
+    c.traces_count = 0;
 }
 
 // ---- Platform threads --------------------------------------------------------------------------------

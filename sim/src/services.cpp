@@ -33,22 +33,26 @@ extern "C" int emwGENTrcPrintf(unsigned int module, unsigned int level, unsigned
     va_start(args, format);
     va_list again;
     va_copy(again, args);
-    // One pass for a line of usual length; a longer one is formatted again at its size.
+    // One pass for a line of usual length, into the stack; a longer one is formatted again at its size.
     char line[512];
     int length = std::vsnprintf(line, sizeof line, format, args);
     va_end(args);
-    std::string text;
+    std::string longer;
+    const char* text = line;
+    std::size_t size = 0;
     if (length > 0 && static_cast<std::size_t>(length) < sizeof line) {
-        text.assign(line, static_cast<std::size_t>(length));
+        size = static_cast<std::size_t>(length);
     } else if (length > 0) {
-        text.resize(static_cast<std::size_t>(length));
-        std::vsnprintf(text.data(), text.size() + 1, format, again);
+        longer.resize(static_cast<std::size_t>(length));
+        std::vsnprintf(longer.data(), longer.size() + 1, format, again);
+        text = longer.data();
+        size = longer.size();
     }
     va_end(again);
     if (traces_to_stderr()) {
-        std::fputs(text.c_str(), stderr);
+        std::fwrite(text, 1, size, stderr);
     }
-    jbrg_sim::record_trace(module, level, flags, format, std::move(text));
+    jbrg_sim::record_trace(module, level, flags, format, text, size);
     return length;
 }
 

@@ -13,7 +13,8 @@ namespace jbrg_sim {
 void ensure_loaded();
 
 // Keeps one printed trace line for the control surface.
-void record_trace(unsigned module, unsigned level, unsigned flags, const char* format, std::string text);
+void record_trace(unsigned module, unsigned level, unsigned flags, const char* format, const char* text,
+                  std::size_t length);
 
 // A copy of one member of a service's state, for the control surface's getters: the device loaded first,
 // the copy taken under the device lock.

@@ -62,6 +62,20 @@ TEST_F(sim_control, the_trace_printer_keeps_each_line_whole_with_its_format_and_
     EXPECT_EQ(0xA201U, lines[0].module);
     EXPECT_EQ(long_text + "!", lines[1].text) << "a line longer than the usual one is kept whole";
     EXPECT_EQ(3U, lines[1].flags);
+
+    // The log keeps the last 20000 lines, oldest first, across the slots it writes over; clearing it starts
+    // again from the first slot.
+    for (int i = 0; i < 20005; ++i) emwGENTrcPrintf(0xA201, 0x102, 0, "%d", i);
+    auto kept = jbrg_sim::trace_texts();
+    ASSERT_EQ(20000U, kept.size());
+    EXPECT_EQ("5", kept.front());
+    EXPECT_EQ("20004", kept.back());
+    jbrg_sim::clear_traces();
+    emwGENTrcPrintf(4, 5, 6, "%s", "after");
+    ASSERT_EQ(1U, jbrg_sim::traces().size());
+    EXPECT_EQ("after", jbrg_sim::traces()[0].text);
+    EXPECT_EQ("%s", jbrg_sim::traces()[0].format);
+    EXPECT_EQ(6U, jbrg_sim::traces()[0].flags);
 }
 
 // Observers of every service, each counting what reaches it.
