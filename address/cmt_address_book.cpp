@@ -1,6 +1,7 @@
 #include "address/cmt_address_book.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "address/cmt_address_entries.h"
 #include "core/cjvm.h"
@@ -121,11 +122,28 @@ jobject name_object(cmt_name_info& names, const char (&name)[N], const char (&pr
     return object;
 }
 
+// A describer of a query, made (its class and fields looked up) when the query first needs it: most address
+// books use one or two kinds of destination, and a query need not look up the classes of the others.
+template <class Describer>
+class on_first_use {
+public:
+    explicit on_first_use(JNIEnv* env) : env_(env) {}
+    Describer& get() {
+        if (!made_) made_.emplace(env_);
+        return *made_;
+    }
+
+private:
+    JNIEnv* env_;
+    std::optional<Describer> made_;
+};
+
 // The destinations of an entry, made and filled from the platform's records.
 struct destinations {
-    explicit destinations(JNIEnv* env) : email(env), ftp(env), smb(env), fax(env), ifax(env) {}
+    explicit destinations(JNIEnv* env) : email_(env), ftp_(env), smb_(env), fax_(env), ifax_(env) {}
 
     jobject email_object(const XSI_PBFS_ADDRESSBOOK_EMAIL_INFO& r, const trace_site& site) {
+        cmt_email_info& email = email_.get();
         jobject o = made(email, "emailObj", site);
         if (o == nullptr) return nullptr;
         field_text address(r.mail_address);
@@ -148,6 +166,7 @@ struct destinations {
         return o;
     }
     jobject ifax_object(const XSI_PBFS_ADDRESSBOOK_IFAX_INFO& r, const trace_site& site) {
+        cmt_ifax_info& ifax = ifax_.get();
         jobject o = made(ifax, "ifaxObj", site);
         if (o == nullptr) return nullptr;
         field_text address(r.ifax_address);
@@ -160,6 +179,7 @@ struct destinations {
         return o;
     }
     jobject fax_object(const XSI_PBFS_ADDRESSBOOK_FAX_INFO& r, const trace_site& site) {
+        cmt_fax_info& fax = fax_.get();
         jobject o = made(fax, "faxObj", site);
         if (o == nullptr) return nullptr;
         field_text number(r.fax_num);
@@ -184,11 +204,15 @@ struct destinations {
         return o;
     }
 
-    cmt_email_info email;
-    cmt_ftp_info ftp;
-    cmt_smb_info smb;
-    cmt_fax_info fax;
-    cmt_ifax_info ifax;
+    cmt_folder_info& ftp() { return ftp_.get(); }
+    cmt_folder_info& smb() { return smb_.get(); }
+
+private:
+    on_first_use<cmt_email_info> email_;
+    on_first_use<cmt_ftp_info> ftp_;
+    on_first_use<cmt_smb_info> smb_;
+    on_first_use<cmt_fax_info> fax_;
+    on_first_use<cmt_ifax_info> ifax_;
 };
 
 // Stores one destination object in `entry`'s field; false when it could not be made.
@@ -221,12 +245,12 @@ struct personal_builder {
             return nullptr;
         }
         if ((has & XSI_PBFS_ADDRESSBOOK_DEST_FTP) != 0 &&
-            !store(env, dest.folder_object(dest.ftp, r.ftp, "ftpObj", site), entry.get(), &cmt_addressee::set_field_ftp,
+            !store(env, dest.folder_object(dest.ftp(), r.ftp, "ftpObj", site), entry.get(), &cmt_addressee::set_field_ftp,
                    address)) {
             return nullptr;
         }
         if ((has & XSI_PBFS_ADDRESSBOOK_DEST_SMB) != 0 &&
-            !store(env, dest.folder_object(dest.smb, r.smb, "smbObj", site), entry.get(), &cmt_addressee::set_field_smb,
+            !store(env, dest.folder_object(dest.smb(), r.smb, "smbObj", site), entry.get(), &cmt_addressee::set_field_smb,
                    address)) {
             return nullptr;
         }
@@ -283,11 +307,11 @@ struct member_builder {
         bool stored = false;
         switch (r.type) {
             case XSI_PBFS_ADDRESSBOOK_MEMBER_TYPE_FTP:
-                stored = store(env, dest.folder_object(dest.ftp, r.destination.ftp, "ftpObj", site), member.get(),
+                stored = store(env, dest.folder_object(dest.ftp(), r.destination.ftp, "ftpObj", site), member.get(),
                                &cmt_addressee::set_field_ftp, members);
                 break;
             case XSI_PBFS_ADDRESSBOOK_MEMBER_TYPE_SMB:
-                stored = store(env, dest.folder_object(dest.smb, r.destination.smb, "smbObj", site), member.get(),
+                stored = store(env, dest.folder_object(dest.smb(), r.destination.smb, "smbObj", site), member.get(),
                                &cmt_addressee::set_field_smb, members);
                 break;
             case XSI_PBFS_ADDRESSBOOK_MEMBER_TYPE_IFAX:
