@@ -142,7 +142,11 @@ jstring new_string(JNIEnv* env, const char* text, std::size_t length) {
 }
 
 jstring new_string(JNIEnv* env, const char* text) {
-    return text != nullptr ? make_string(env, text, std::strlen(text), true) : nullptr;
+    if (text == nullptr) return nullptr;
+    const std::size_t length = std::strlen(text);
+    // Plain ASCII, seen a word at a time, goes to the VM as it is; anything else takes the whole check.
+    if (plain_ascii(text, length)) return env->NewStringUTF(text);
+    return make_string(env, text, length, true);
 }
 
 jstring new_field_string(JNIEnv* env, const char* field, std::size_t capacity) {
