@@ -271,11 +271,6 @@ void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text) {
     std::memset(field + kept, 0, capacity - kept);
 }
 
-jstring get_text(JNIEnv* jenv, const char* field, std::size_t capacity) {
-    // A platform record may fill a text field to the last byte; read no further than the field.
-    return ::orvane::jni::new_field_string(jenv, field, capacity);
-}
-
 namespace {
 
 // Start address -> size of every block handed to Java and not yet deleted.

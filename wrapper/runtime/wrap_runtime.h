@@ -259,8 +259,11 @@ jstring new_string(JNIEnv* jenv, const std::string& text);
 // bytes are copied and the last element is always 0 (longer texts are cut). When the characters cannot be
 // had nothing is stored.
 void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text);
-// The text of such a field, read up to its terminating zero and never past its capacity.
-jstring get_text(JNIEnv* jenv, const char* field, std::size_t capacity);
+// The text of such a field, read up to its terminating zero and never past its capacity (a platform record may
+// fill a text field to its last byte). Inline: a generated getter is little more than this call.
+inline jstring get_text(JNIEnv* jenv, const char* field, std::size_t capacity) {
+    return ::orvane::jni::new_field_string(jenv, field, capacity);
+}
 
 // An array field of `count` elements set from a Java array of exactly `count` elements: another length
 // throws IndexOutOfBoundsException "incorrect array size", null NullPointerException "null array"; the
