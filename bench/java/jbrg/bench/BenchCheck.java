@@ -113,32 +113,29 @@ public final class BenchCheck {
     // ---- Medians, spread and the rounds that stray ------------------------------------------------------
 
     static void statistics() {
-        add("statistics: median of an odd and an even number of rounds", () -> {
+        add("statistics: median of an odd and an even number of rounds, spread and quartiles; no rounds refused",
+                () -> {
             near(3, stats(5, 1, 3).median, "odd");
             near(2.5, stats(4, 1, 3, 2).median, "even");
             near(7, stats(7).median, "one round");
-        });
-        add("statistics: spread and quartiles", () -> {
             Stats s = stats(10, 40, 20, 30, 50);
             near(10, s.min, "min");
             near(50, s.max, "max");
             near(20, s.q1, "q1");
             near(40, s.q3, "q3");
             near(17.5, stats(10, 20, 30, 40).q1, "q1 interpolated");
+            try {
+                Stats.of(new double[0]);
+                check(false, "no rounds: no exception");
+            } catch (IllegalArgumentException expected) {
+                // refused
+            }
         });
         add("statistics: a round more than 20% off the median strays, one within it does not", () -> {
             Stats s = stats(100, 101, 99, 125, 100, 85);
             check(s.strays.equals(List.of(3)), "strays " + s.strays);
             check(stats(100, 100, 100, 79).strays.size() == 1, "79 of 100 strays");
             check(stats(100, 100, 100, 81, 119).strays.isEmpty(), "81 and 119 of 100 do not");
-        });
-        add("statistics: no rounds is refused", () -> {
-            try {
-                Stats.of(new double[0]);
-                check(false, "no exception");
-            } catch (IllegalArgumentException expected) {
-                // refused
-            }
         });
     }
 
@@ -153,17 +150,16 @@ public final class BenchCheck {
             Result missed = new Result("f", "p", "b", stats(106), stats(100), Result.Goal.RATIO, 1.05, false);
             check(!missed.met() && missed.status().equals("MISSED"), "1.06x misses 1.05x");
         });
-        add("result: an absolute goal looks at the path's median alone", () -> {
+        add("result: an absolute goal looks at the path's median alone; a path without a goal is neither met nor "
+                + "missed", () -> {
             Result r = new Result("f", "p", "b", stats(4e6, 6e6, 4.5e6), stats(1e9), Result.Goal.ABSOLUTE_NS, 5e6,
                     false);
             check(r.met(), "4.5 ms meets 5 ms");
             check(r.goalText().equals("<= 5.0 ms"), r.goalText());
             check(!new Result("f", "p", "b", stats(5.1e6), stats(1), Result.Goal.ABSOLUTE_NS, 5e6, false).met(),
                     "5.1 ms misses");
-        });
-        add("result: a path without a goal is neither met nor missed", () -> {
-            Result r = new Result("f", "p", "b", stats(9), stats(1), Result.Goal.NONE, 0, false);
-            check(r.status().equals("-") && r.goalText().equals("-"), r.status() + " " + r.goalText());
+            Result none = new Result("f", "p", "b", stats(9), stats(1), Result.Goal.NONE, 0, false);
+            check(none.status().equals("-") && none.goalText().equals("-"), none.status() + " " + none.goalText());
         });
         add("result: rates and the notes of straying rounds", () -> {
             Result r = new Result("f", "p", "b", stats(1000, 1000, 2000), stats(500, 500, 500), Result.Goal.RATIO,
@@ -316,10 +312,6 @@ public final class BenchCheck {
                 qsf_fnd_userJNI.delete_XSI_AIS_USERINFO_RECORD(a);
                 Baseline.deleteRecord(b);
             }
-        });
-        add("baselines: the empty native gives back its argument", () -> {
-            check(Baseline.empty(41) == 41, "41");
-            check(Accessors.empty(1000) >= 0, "a timed loop");
         });
     }
 
