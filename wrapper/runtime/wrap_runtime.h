@@ -256,8 +256,8 @@ jstring new_string(JNIEnv* jenv, const std::string& text);
 // ---- Record fields ------------------------------------------------------------------------------------
 
 // A text field of capacity `capacity`: a null string stores the empty text; otherwise at most capacity-1
-// bytes are copied and the last element is always 0 (longer texts are cut). When the characters cannot be
-// had nothing is stored.
+// bytes are copied and the last element is always 0 (longer texts are cut, never inside a character). A long
+// text for a wide field whose conversion buffer cannot be had throws OutOfMemoryError and stores nothing.
 void set_text(JNIEnv* jenv, char* field, std::size_t capacity, jstring text);
 // The text of such a field, read up to its terminating zero and never past its capacity (a platform record may
 // fill a text field to its last byte). Inline: a generated getter is little more than this call.
