@@ -82,7 +82,14 @@ step decode(const unsigned char* p, std::size_t left) {
 // True when NewStringUTF reads the bytes as exactly the characters they hold: well-formed modified UTF-8,
 // surrogates in pairs, no 4-byte forms.
 bool plain_modified_utf8(const unsigned char* p, std::size_t length) {
-    for (std::size_t i = 0; i < length;) {
+    // Most device text is plain ASCII: it is passed over eight bytes at a time while no byte has its high bit.
+    std::size_t i = 0;
+    for (; i + 8 <= length; i += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, p + i, 8);
+        if ((word & 0x8080808080808080ULL) != 0) break;
+    }
+    while (i < length) {
         if (p[i] < 0x80) {
             ++i;
             continue;
@@ -92,19 +99,6 @@ bool plain_modified_utf8(const unsigned char* p, std::size_t length) {
         i += s.bytes;
     }
     return true;
-}
-
-// True when no byte of the `length` bytes at `text` has its high bit set.
-bool plain_ascii(const char* text, std::size_t length) {
-    std::uint64_t any = 0;
-    std::size_t i = 0;
-    for (; i + 8 <= length; i += 8) {
-        std::uint64_t word;
-        std::memcpy(&word, text + i, 8);
-        any |= word;
-    }
-    for (; i < length; ++i) any |= static_cast<unsigned char>(text[i]);
-    return (any & 0x8080808080808080ULL) == 0;
 }
 
 // `terminated`: text[length] is the text's terminating zero (a full fixed-width field has none).
@@ -142,19 +136,13 @@ jstring new_string(JNIEnv* env, const char* text, std::size_t length) {
 }
 
 jstring new_string(JNIEnv* env, const char* text) {
-    if (text == nullptr) return nullptr;
-    const std::size_t length = std::strlen(text);
-    // Plain ASCII, seen a word at a time, goes to the VM as it is; anything else takes the whole check.
-    if (plain_ascii(text, length)) return env->NewStringUTF(text);
-    return make_string(env, text, length, true);
+    return text != nullptr ? make_string(env, text, std::strlen(text), true) : nullptr;
 }
 
 jstring new_field_string(JNIEnv* env, const char* field, std::size_t capacity) {
-    // Most fields hold terminated plain ASCII, which the VM may read where it lies. Both are seen a word at a
-    // time: the C library's strnlen finds the zero, and the bytes before it are or-ed eight at a time.
+    // The C library's strnlen finds the terminating zero a word at a time; a terminated field of plain text is
+    // then read by the VM where it lies, and only a field filled to its last byte is copied to terminate it.
     const std::size_t length = strnlen(field, capacity);
-    if (length < capacity && plain_ascii(field, length)) return env->NewStringUTF(field);
-    // Anything else: the whole check, copying a field filled to its last byte to terminate it.
     return make_string(env, field, length, length < capacity);
 }
 
